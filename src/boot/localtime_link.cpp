@@ -1,0 +1,69 @@
+#include "boot/localtime_link.h"
+
+#include "fs/paths.h"
+#include "fs/primitives.h"
+
+#include <err.h>
+#include <stdio.h>
+
+#include <string>
+#include <string_view>
+
+namespace quorrel
+{
+namespace
+{
+
+constexpr char default_zone[] = "America/Los_Angeles";
+
+// Both functions below make every string that they need before they delete the link: want of memory
+// must not strike between deleting it and creating it anew.
+
+// Returns whether the link points into the published zoneinfo tree, corrected if it had to be.
+// Throws what reading or creating the link throws.
+bool keep_or_correct()
+{
+    const std::string link = paths::localtime_link;
+    const std::string target = fs::read_symlink(link);
+    if (target.starts_with(paths::zoneinfo_link))
+        return true;
+    if (!target.starts_with(paths::older_zoneinfo))
+        return false;
+
+    const std::string rest = target.substr(std::string_view(paths::older_zoneinfo).size());
+    const std::string corrected = paths::zoneinfo_link + rest;
+    warn("Correcting localtime link to %s", corrected.c_str());
+    if (!fs::exists(corrected))
+        return false;
+    ::remove(link.c_str());
+    fs::create_symlink(corrected, link);
+    return true;
+}
+
+void reset()
+{
+    const std::string link = paths::localtime_link;
+    const std::string target = std::string(paths::zoneinfo_link) + "/" + default_zone;
+    warn("localtime link invalid; resetting to %s", default_zone);
+    ::remove(link.c_str());
+    fs::create_symlink(target, link);
+}
+
+} // namespace
+
+void repair_localtime_link() noexcept
+{
+    try {
+        if (keep_or_correct())
+            return;
+    } catch (...) {
+        // Whatever stands in the way of the link, the answer is the same: reset it.
+    }
+    try {
+        reset();
+    } catch (...) {
+        // The last resort has failed, and has said so itself. The start must go on.
+    }
+}
+
+} // namespace quorrel

@@ -1,0 +1,25 @@
+#include "boot/localtime_link.h"
+#include "fs/paths.h"
+
+#include <stdio.h>
+
+namespace
+{
+
+// Identifies the executable to what(1). Nothing refers to it: the attributes keep it through the
+// compiler and through a linker that drops unused sections.
+[[gnu::used, gnu::retain]] const char identification[] = "@(#)PROGRAM:quorrel  PROJECT:Kelvo-66\n";
+
+} // namespace
+
+// One pass over the phases of a start, each of which deals with its own failures.
+int main()
+{
+    using namespace quorrel;
+
+    // Deleted before the dataset phase, which may create it again.
+    ::remove(paths::needs_cleanup);
+    ::remove(paths::older_icu);
+    repair_localtime_link();
+    return 0;
+}
