@@ -53,12 +53,13 @@ TEST(localtime_link, is_kept_corrected_or_reset)
     for (const auto& c : cases) {
         SCOPED_TRACE(c.target);
         settled_disk();
-        std::filesystem::remove(localtime_link);
         if (c.target == "(file)")
             file_tree::file(localtime_link);
         else if (c.target == "(full directory)")
             file_tree::file(localtime_link + "/below");
-        else if (c.target != "(nothing)")
+        else if (c.target == "(nothing)")
+            std::filesystem::remove(localtime_link);
+        else
             file_tree::link(localtime_link, c.target);
         EXPECT_EQ(file_tree::start(), c.printed);
         EXPECT_EQ(file_tree::at(localtime_link), c.result);

@@ -20,7 +20,14 @@ namespace
 
 void make_room(const std::string& path)
 {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    std::filesystem::path directory;
+    for (const auto& name : std::filesystem::path(path).parent_path()) {
+        directory /= name;
+        if (!is_directory(symlink_status(directory))) {
+            std::filesystem::remove(directory);
+            std::filesystem::create_directory(directory);
+        }
+    }
     std::filesystem::remove_all(path);
 }
 

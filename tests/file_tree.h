@@ -14,7 +14,7 @@ namespace file_tree
 // not the sandbox's.
 void clear();
 
-// Make a file or link, and the directories that lead to it; what is in the way is replaced.
+// Make a file or link, and the real directories that lead to it; what is in the way is replaced.
 void file(const std::string& path, const std::string& content = "", mode_t mode = 0644);
 void link(const std::string& path, const std::string& target);
 
