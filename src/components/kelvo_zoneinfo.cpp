@@ -1,0 +1,36 @@
+#include "components/kelvo_zoneinfo.h"
+
+#include "fs/first_word.h"
+#include "fs/paths.h"
+#include "fs/primitives.h"
+
+#include <err.h>
+
+namespace quorrel
+{
+
+kelvo_zoneinfo::kelvo_zoneinfo(const std::string& path)
+    : kelvo_dataset_component(path),
+      zoneinfo_dir(path.empty() ? paths::system_zoneinfo : path + paths::update_zoneinfo),
+      release_(fs::first_word(zoneinfo_dir + paths::release_file))
+{
+}
+
+bool kelvo_zoneinfo::compatible_schema(const kelvo_dataset_component& /*other*/) const
+{
+    return true;
+}
+
+void kelvo_zoneinfo::publish_link() const
+{
+    const std::string link = paths::zoneinfo_link;
+    try {
+        fs::remove(link);
+    } catch (...) {
+        // Creating the link tells better than any error number whether the old one is in the way.
+        warn("Unlink of zoneinfo softlink failed");
+    }
+    fs::create_symlink(zoneinfo_dir, link);
+}
+
+} // namespace quorrel

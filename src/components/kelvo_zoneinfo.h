@@ -1,0 +1,31 @@
+#pragma once
+
+#include "components/kelvo_dataset_component.h"
+
+namespace quorrel
+{
+
+// The compiled zoneinfo tree of a dataset, published as /var/db/timezone/zoneinfo.
+class kelvo_zoneinfo final : public kelvo_dataset_component
+{
+public:
+    // Finds the tree of an update, or of the system partition if the path is empty, and reads its
+    // release. Prints nothing.
+    explicit kelvo_zoneinfo(const std::string& path = {});
+
+    // The tz release that the tree's +VERSION file names, for example "2024a"; empty when the file
+    // is missing or names none.
+    [[nodiscard]] std::string release() const { return release_; }
+
+    // Every zoneinfo tree may be used with every other: always true.
+    [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
+
+    // Prints "Unlink of zoneinfo softlink failed" when the old link stays, and goes on.
+    void publish_link() const override;
+
+private:
+    std::string zoneinfo_dir;
+    std::string release_;
+};
+
+} // namespace quorrel
