@@ -1,0 +1,98 @@
+#include "components/kelvo_icu.h"
+
+#include "fs/first_word.h"
+#include "fs/paths.h"
+#include "fs/primitives.h"
+
+#include <err.h>
+#include <fts.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <regex>
+
+namespace quorrel
+{
+namespace
+{
+
+struct close_walk {
+    void operator()(FTS* walk) const { fts_close(walk); }
+};
+
+// Whether the entry lies directly in the walk's root and is a file that everybody may read.
+bool is_public_file(const FTSENT& entry)
+{
+    return entry.fts_errno == 0 && entry.fts_level == 1 && entry.fts_namelen > 0 &&
+           entry.fts_info == FTS_F && (entry.fts_statp->st_mode & S_IROTH) != 0;
+}
+
+// The schema that the first ICU data file in the directory has in its name; empty without one.
+std::string find_schema(std::string directory)
+{
+    const std::regex data_file(R"(icutz([0-9]+[lbe])\.dat)");
+    char* const roots[] = {directory.data(), nullptr};
+    const std::unique_ptr<FTS, close_walk> walk(
+        fts_open(roots, FTS_COMFOLLOW | FTS_PHYSICAL | FTS_XDEV, nullptr));
+    if (walk == nullptr) {
+        const int error = errno;
+        warn("tz_icu::initialize: fts_open of %s failed, %s", directory.c_str(),
+             std::strerror(error));
+        throw error;
+    }
+    while (const FTSENT* entry = fts_read(walk.get())) {
+        std::cmatch results;
+        if (is_public_file(*entry) &&
+            std::regex_match(static_cast<const char*>(entry->fts_name), results, data_file))
+            return results[1];
+    }
+    return {};
+}
+
+} // namespace
+
+kelvo_icu::kelvo_icu(const std::string& path)
+    : kelvo_dataset_component(path),
+      icu_dir(path.empty() ? paths::system_icu : path + paths::update_icu)
+{
+    initialize();
+}
+
+void kelvo_icu::initialize()
+{
+    if (dataset_path.empty()) {
+        schema = fs::first_word(icu_dir + paths::icu_format_file);
+        return;
+    }
+    schema = find_schema(icu_dir);
+    if (schema.empty())
+        warn("No ICU schema found for %s", dataset_path.c_str());
+}
+
+bool kelvo_icu::compatible_schema(const kelvo_dataset_component& other) const
+{
+    const auto* const icu = dynamic_cast<const kelvo_icu*>(&other);
+    if (icu == nullptr) {
+        warn("kelvo_icu::compatible_schema: could not dynamic_cast other component");
+        return false;
+    }
+    return schema == icu->schema;
+}
+
+void kelvo_icu::publish_link() const
+{
+    const std::string link = paths::icu_link;
+    try {
+        fs::remove(link);
+        fs::remove(paths::older_icu_link);
+    } catch (...) {
+        // As for the zoneinfo link: whether the old link is in the way shows in creating the new.
+        warn("unlink of ICU softlink failed");
+    }
+    if (!dataset_path.empty())
+        fs::create_symlink(icu_dir, link);
+}
+
+} // namespace quorrel
