@@ -1,83 +1,52 @@
 #include "file_tree.h"
 
-#include <gtest/gtest.h>
+const std::string tree = "/var/db/timezone/zoneinfo", localtime_link = "/var/db/timezone/localtime";
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-namespace
-{
-
-const std::string localtime_link = "/var/db/timezone/localtime";
-const std::string published = "/var/db/timezone/zoneinfo";
-
-// A start from here, with nothing else on the disk, changes nothing and prints nothing.
-void settled_disk()
-{
-    file_tree::clear();
-    file_tree::system_partition("2024a");
-    file_tree::file("/usr/share/zoneinfo.default/Asia/Tokyo", "TZif");
-    file_tree::link(published, "/usr/share/zoneinfo.default");
-    file_tree::link(localtime_link, published + "/Asia/Tokyo");
-}
-
-TEST(localtime_link, is_kept_corrected_or_reset)
+TEST(boot, keeps_corrects_or_resets_the_localtime_link)
 {
     const std::string reset = "localtime link invalid; resetting to America/Los_Angeles\n";
-    const std::string unreadable = "read_symlink: /var/db/timezone/localtime\n";
-    const std::string default_target = published + "/America/Los_Angeles";
-    const std::string blocked =
-        "create_symlink: from /var/db/timezone/localtime to " + default_target + "\n";
+    const std::string unreadable = "read_symlink: " + localtime_link + "\n" + reset;
+    const std::string standard = "-> " + tree + "/America/Los_Angeles";
     const auto corrected = [](const std::string& rest) {
-        return "Correcting localtime link to " + published + rest + "\n";
+        return "Correcting localtime link to " + tree + rest + "\n";
     };
     const struct {
-        std::string target, printed, result;
+        std::string before, printed, after;
     } cases[] = {
-        {published + "/Asia/None", "", "-> " + published + "/Asia/None"},
-        {published, "", "-> " + published},
-        {published + "x", "", "-> " + published + "x"},
-        {"/var/db/timezone/zoneinf", reset, "-> " + default_target},
-        {"/usr/share/zoneinfo/Asia/Tokyo", corrected("/Asia/Tokyo"),
-         "-> " + published + "/Asia/Tokyo"},
-        {"/usr/share/zoneinfo/Asia/None", corrected("/Asia/None") + reset, "-> " + default_target},
-        {"/usr/share/zoneinfo.default/Asia/Tokyo", corrected(".default/Asia/Tokyo") + reset,
-         "-> " + default_target},
-        {"/usr/share/zoneinf", reset, "-> " + default_target},
-        {"../zoneinfo/Asia/Tokyo", reset, "-> " + default_target},
-        {"(nothing)", reset, "-> " + default_target},
-        {"(file)", unreadable + reset, "-> " + default_target},
-        {"(full directory)", unreadable + reset + blocked, "directory"},
+        {"-> " + tree + "/No", "", "-> " + tree + "/No"},
+        {"-> " + tree, "", "-> " + tree},
+        {"-> " + tree + "x", "", "-> " + tree + "x"},
+        {"-> /var/db/timezone/zoneinf", reset, standard},
+        {"-> /usr/share/zoneinfo/Zone", corrected("/Zone"), "-> " + tree + "/Zone"},
+        {"-> /usr/share/zoneinfo/No", corrected("/No") + reset, standard},
+        {"-> /usr/share/zoneinfo.default/Zone", corrected(".default/Zone") + reset, standard},
+        {"-> /usr/share/zoneinf", reset, standard},
+        {"-> ../zoneinfo/Zone", reset, standard},
+        {"nothing", reset, standard},
+        {"a file", unreadable, standard},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.target);
-        settled_disk();
-        if (c.target == "(file)")
-            file_tree::file(localtime_link);
-        else if (c.target == "(full directory)")
-            file_tree::file(localtime_link + "/below");
-        else if (c.target == "(nothing)")
-            std::filesystem::remove(localtime_link);
-        else
-            file_tree::link(localtime_link, c.target);
+        SCOPED_TRACE(c.before);
+        file_tree::settle();
+        file_tree::put("/usr/share/zoneinfo.default/Zone", "TZif");
+        file_tree::put(localtime_link, c.before);
         EXPECT_EQ(file_tree::start(), c.printed);
-        EXPECT_EQ(file_tree::at(localtime_link), c.result);
+        EXPECT_EQ(file_tree::at(localtime_link), c.after);
     }
+    file_tree::put(localtime_link, "nothing");
+    file_tree::put(localtime_link + "/below", "");
+    EXPECT_EQ(file_tree::start(), unreadable + "create_symlink: from " + localtime_link + " to " +
+                                      standard.substr(3) + "\n");
 }
 
 TEST(boot, deletes_the_marker_and_the_older_icu_data_silently)
 {
     for (const std::string path : {"/var/db/timezone/needs_cleanup", "/var/db/icu"}) {
-        SCOPED_TRACE(path);
-        settled_disk();
-        file_tree::link(path, "/usr/share");
+        file_tree::settle();
+        file_tree::put(path, "directory");
         EXPECT_EQ(file_tree::start(), "");
         EXPECT_EQ(file_tree::at(path), "nothing");
-        std::filesystem::create_directory(path);
-        EXPECT_EQ(file_tree::start(), "");
-        EXPECT_EQ(file_tree::at(path), "nothing");
-        file_tree::file(path + "/below");
+        file_tree::put(path + "/below", "");
         EXPECT_EQ(file_tree::start(), "");
         EXPECT_EQ(file_tree::at(path), "directory");
     }
@@ -85,11 +54,7 @@ TEST(boot, deletes_the_marker_and_the_older_icu_data_silently)
 
 TEST(boot, executable_carries_its_identification)
 {
-    std::ostringstream executable;
-    executable << std::ifstream(QUORREL_PROGRAM).rdbuf();
     const char identification[] = "@(#)PROGRAM:quorrel  PROJECT:Kelvo-66\n";
-    EXPECT_NE(executable.str().find(std::string(identification, sizeof identification)),
-              std::string::npos);
+    const std::string executable = file_tree::at(QUORREL_PROGRAM);
+    EXPECT_NE(executable.find({identification, sizeof identification}), std::string::npos);
 }
-
-} // namespace

@@ -1,51 +1,34 @@
 #include "dataset/kelvo_dataset.h"
+#include "dataset/link_resolution.h"
 
 #include "file_tree.h"
 
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-
 using namespace quorrel;
-
-namespace
-{
 
 const std::string updates = "/var/db/timezone/tz/";
 
-TEST(kelvo_dataset, path_decides_between_system_partition_update_and_bad_path)
+TEST(kelvo_dataset, is_built_from_the_empty_path_or_an_update_directory_only)
 {
-    file_tree::clear();
-    file_tree::system_partition("2024a");
+    file_tree::settle();
     EXPECT_EQ(kelvo_dataset().version_string(), "2024a.1.0");
-    for (const std::string name : {"2024b.1.0", "x", "2024b.1.0/", "/2024b.1.0", "a/b"})
+    for (const std::string name : {"2024b.1.0", "x", "2024b.1.0/", "/2024b.1.0"})
         EXPECT_EQ(kelvo_dataset(updates + name).version_string(), name);
-    for (const std::string path :
-         {"/var/db/timezone/tz/", "/var/db/timezone/tz_2024b.1.0", "/usr/share/zoneinfo.default",
-          "/", "tz/2024b.1.0", "/var/db/timezone/TZ/2024b.1.0"}) {
-        const auto build = [&] {
-            EXPECT_THROW(kelvo_dataset dataset(path), std::invalid_argument);
-        };
-        EXPECT_EQ(file_tree::warnings_of(build),
-                  "kelvo_dataset::create_components: bad path " + path + "\n");
-    }
-    const auto out_of_range = [] {
-        EXPECT_THROW(kelvo_dataset dataset(updates + "2147483648a.1.0"), std::out_of_range);
-    };
-    EXPECT_EQ(file_tree::warnings_of(out_of_range), "");
+    for (const std::string path : {"/var/db/timezone/tz/", "/var/db/timezone/tz_2024b.1.0",
+                                   "/usr/share/zoneinfo.default", "tz/2024b.1.0"})
+        EXPECT_EQ(file_tree::outcome_of([&] { kelvo_dataset dataset(path); }),
+                  "kelvo_dataset::create_components: bad path " + path + "\nthrew badpath\n");
 }
 
-TEST(kelvo_dataset, is_equal_by_path_greater_by_version_and_compatible_by_schema)
+TEST(link_resolution, turns_a_tree_into_its_dataset_and_refuses_the_rest)
 {
-    file_tree::clear();
-    file_tree::system_partition("2024a");
-    file_tree::update("2024a.1.0");
-    file_tree::update("2024b.1.0", "icutz44b.dat");
-    const kelvo_dataset system, same(updates + "2024a.1.0"), newer(updates + "2024b.1.0");
-    EXPECT_TRUE(system == kelvo_dataset() && newer == kelvo_dataset(updates + "2024b.1.0"));
-    EXPECT_TRUE(system != same && !(same > system) && !(system > same));
-    EXPECT_TRUE(newer > system && !(system > newer));
-    EXPECT_TRUE(same.compatible(system) && !newer.compatible(system));
+    EXPECT_EQ(dataset_path_from_link("/usr/share/zoneinfo.default"), "");
+    for (const std::string dataset : {"2024a.1.0", "2024a.1.0/zoneinfo", "a"})
+        for (const std::string tree : {"/zoneinfo", "/other", "/"})
+            EXPECT_EQ(dataset_path_from_link(updates + dataset + tree), updates + dataset);
+    for (const std::string target :
+         {"/var/db/timezone/tz/2024a.1.0", "/var/db/timezone/tz//zoneinfo", "/var/db/timezone/tz/",
+          "/var/db/timezone/tZ/2024a.1.0/zoneinfo", "/usr/share/zoneinfo.default/",
+          "/usr/share/zoneinfo", "tz/2024a.1.0/zoneinfo", ""})
+        EXPECT_EQ(file_tree::outcome_of([&] { (void)dataset_path_from_link(target); }),
+                  "Bad zoneinfo link " + target + "\nthrew -1\n");
 }
-
-} // namespace

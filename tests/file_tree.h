@@ -1,36 +1,34 @@
 #pragma once
 
-#include <sys/types.h>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
 
-// A small world of files in the sandbox, to be described in a line or two and read back, and the
-// program run in it. Every function fails the test that calls it if it cannot do its work.
+// A small disk in the sandbox, to be described and read back in a line or two, and the program run
+// on it. What is at a path is said as "-> TARGET" for a link, "directory", "nothing", or a file's
+// content.
 namespace file_tree
 {
 
-// Empties /var and /usr/share, and makes /var/db/timezone/tz. Ends the test program if these are
-// not the sandbox's.
-void clear();
-
-// Make a file or link, and the real directories that lead to it; what is in the way is replaced.
-void file(const std::string& path, const std::string& content = "", mode_t mode = 0644);
-void link(const std::string& path, const std::string& target);
-
-// What is at the path: a file's content, "-> TARGET" for a link, "directory", "nothing".
+// Puts the thing at the path, in place of what is there, and makes the directories on the way.
+void put(const std::string& path, const std::string& thing);
 std::string at(const std::string& path);
 
-// A system partition of the tz release, and an installed update of the version.
-void system_partition(const std::string& release, const std::string& icu_schema = "44l");
-void update(const std::string& version, const std::string& icu_file = "icutz44l.dat");
+// Empties /var and /usr/share, and puts there a system partition of release 2024a and ICU schema
+// 44l, in use, and a good localtime link: a start changes and prints nothing. Ends the test program
+// outside the sandbox.
+void settle();
 
-// Runs the action and returns what it warned of, a line each: the text between the program's name
-// and the error's.
-std::string warnings_of(const std::function<void()>& action);
+// Installs an update of the version and returns its path.
+std::string update(const std::string& version, const std::string& icu_file = "icutz44l.dat");
 
-// Starts the real executable, after `prepare` in its process, and returns what it warned of. It has
-// to end with status 0.
-std::string start(const std::function<void()>& prepare = [] {});
+// Runs the action and returns what it warned of, a line each without the program's name and the
+// error's text, and then, as a line "threw ...", the int or exception that it threw.
+std::string outcome_of(const std::function<void()>& action);
+
+// Runs a shell command in which PROGRAM is the real executable, and returns what it warned of. It
+// has to end with status 0.
+std::string start(std::string command = "PROGRAM argument");
 
 } // namespace file_tree

@@ -1,4 +1,5 @@
 #include "boot/localtime_link.h"
+#include "dataset/select_dataset.h"
 #include "fs/paths.h"
 
 #include <stdio.h>
@@ -20,6 +21,7 @@ int main()
     // Deleted before the dataset phase, which may create it again.
     ::remove(paths::needs_cleanup);
     ::remove(paths::older_icu);
+    select_dataset();
     repair_localtime_link();
     return 0;
 }

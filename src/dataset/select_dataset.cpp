@@ -1,0 +1,87 @@
+#include "dataset/select_dataset.h"
+
+#include "dataset/cleanup_marker.h"
+#include "dataset/kelvo_dataset.h"
+#include "dataset/link_resolution.h"
+#include "fs/paths.h"
+
+#include <err.h>
+
+#include <fstream>
+#include <string>
+
+namespace quorrel
+{
+namespace
+{
+
+// The path of the dataset in use. If the link does not tell, that is the system partition, and is
+// made so.
+std::string current_path_or_reset()
+{
+    try {
+        return current_dataset_path();
+    } catch (...) {
+        // Missing, unreadable or naming no dataset: without a link that can be trusted, start over.
+        warn("Invalid current symlinks; resetting to system partition");
+        kelvo_dataset::reset_to_system_partition();
+        return {};
+    }
+}
+
+void activate(const kelvo_dataset& latest, const kelvo_dataset& in_use, const kelvo_dataset& system)
+{
+    latest.publish_links();
+    if (in_use != system)
+        touch_needs_cleanup();
+
+    // The record is a courtesy: what becomes of it changes nothing about the activation.
+    std::ofstream record(paths::version_diff_record);
+    record << in_use.version_string() << '_' << latest.version_string();
+}
+
+void decide()
+{
+    const kelvo_dataset system;
+    const std::string latest_path = latest_update_path();
+    const kelvo_dataset current(current_path_or_reset());
+
+    const kelvo_dataset* in_use = &current;
+    if (!current.compatible(system) || system > current) {
+        warn("Symlink points at data incompatible with installed system");
+        kelvo_dataset::reset_to_system_partition();
+        touch_needs_cleanup();
+        in_use = &system;
+    }
+
+    if (latest_path.empty())
+        return;
+    const kelvo_dataset latest(latest_path);
+    // Newer than the dataset that the link named, even if that was given up above: an update that
+    // was passed over for a newer one does not come back.
+    if (latest.compatible(system) && latest > current)
+        activate(latest, *in_use, system);
+    else
+        warn("New update not compatible or older version: %s vs. %s",
+             latest.version_string().c_str(), current.version_string().c_str());
+}
+
+} // namespace
+
+void select_dataset() noexcept
+{
+    try {
+        decide();
+        return;
+    } catch (...) {
+        // Whatever it was, the system partition is an answer to it.
+        warn("Unable to locate data; resetting to system partition");
+    }
+    try {
+        kelvo_dataset::reset_to_system_partition();
+    } catch (...) {
+        // The last resort has failed. The start must go on.
+    }
+}
+
+} // namespace quorrel
