@@ -1,6 +1,7 @@
 #include "file_tree.h"
 
 const std::string tree = "/var/db/timezone/zoneinfo", localtime_link = "/var/db/timezone/localtime";
+const std::string icu_link = "/var/db/timezone/icutz", older_icu_link = "/var/db/icutz";
 
 TEST(boot, keeps_corrects_or_resets_the_localtime_link)
 {
@@ -49,6 +50,35 @@ TEST(boot, deletes_the_marker_and_the_older_icu_data_silently)
         file_tree::put(path + "/below", "");
         EXPECT_EQ(file_tree::start(), "");
         EXPECT_EQ(file_tree::at(path), "directory");
+    }
+}
+
+TEST(boot, carries_the_older_icu_link_over_and_removes_it)
+{
+    const std::string stays =
+        "remove: could not remove /var/db/icutz\nCould not remove /var/db/icutz\n";
+    const std::string failed = "Could not migrate /var/db/icutz to /var/db/timezone/icutz\n";
+    const std::string blocked = "create_symlink: from " + icu_link + " to timezone\n" + failed;
+    const std::string unreadable = "read_symlink: /var/db/icutz\n" + failed;
+    const struct {
+        std::string older, current, printed, older_after, current_after;
+    } cases[] = {
+        {"-> timezone", "nothing", "", "nothing", "-> timezone"},
+        {"-> timezone", "-> /var", "", "nothing", "-> /var"},
+        {"-> timezone", "-> /no", blocked, "nothing", "-> /no"},
+        {"-> /no", "nothing", "", "-> /no", "nothing"},
+        {"directory", "nothing", unreadable + stays, "directory", "nothing"},
+        {"directory", "-> /var", stays, "directory", "-> /var"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.older + " " + c.current);
+        file_tree::settle();
+        file_tree::put(older_icu_link, c.older);
+        file_tree::put(icu_link, c.current);
+        // In /var/db "timezone" resolves, in /var/db/timezone it does not: the text is copied.
+        EXPECT_EQ(file_tree::start(), c.printed);
+        EXPECT_EQ(file_tree::at(older_icu_link), c.older_after);
+        EXPECT_EQ(file_tree::at(icu_link), c.current_after);
     }
 }
 

@@ -1,3 +1,5 @@
+#include "boot/directory_protection.h"
+#include "boot/legacy_icu_link.h"
 #include "boot/localtime_link.h"
 #include "dataset/select_dataset.h"
 #include "fs/paths.h"
@@ -18,6 +20,8 @@ int main()
 {
     using namespace quorrel;
 
+    protect_data_directories();
+    migrate_legacy_icu_link();
     // Deleted before the dataset phase, which may create it again.
     ::remove(paths::needs_cleanup);
     ::remove(paths::older_icu);
