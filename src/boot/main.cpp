@@ -6,6 +6,8 @@
 
 #include <stdio.h>
 
+#include <csignal>
+
 namespace
 {
 
@@ -19,6 +21,11 @@ namespace
 int main()
 {
     using namespace quorrel;
+
+    // A warning that nobody reads and a file that may not grow are failures of write(2), not the
+    // end.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 
     protect_data_directories();
     migrate_legacy_icu_link();

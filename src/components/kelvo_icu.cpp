@@ -3,6 +3,7 @@
 #include "fs/first_word.h"
 #include "fs/paths.h"
 #include "fs/primitives.h"
+#include "platform/byte_regex.h"
 
 #include <err.h>
 #include <fts.h>
@@ -11,7 +12,6 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
-#include <regex>
 
 namespace quorrel
 {
@@ -32,7 +32,7 @@ bool is_public_file(const FTSENT& entry)
 // The schema that the first ICU data file in the directory has in its name; empty without one.
 std::string find_schema(std::string directory)
 {
-    const std::regex data_file(R"(icutz([0-9]+[lbe])\.dat)");
+    const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
     char* const roots[] = {directory.data(), nullptr};
     const std::unique_ptr<FTS, close_walk> walk(
         fts_open(roots, FTS_COMFOLLOW | FTS_PHYSICAL | FTS_XDEV, nullptr));

@@ -1,8 +1,9 @@
 #include "version/tz_version.h"
 
+#include "platform/byte_regex.h"
+
 #include <err.h>
 
-#include <regex>
 #include <stdexcept>
 
 namespace quorrel
@@ -21,7 +22,8 @@ void tz_version::parse(const std::string& text)
 {
     constexpr std::size_t whole_match_and_groups = 5;
     try {
-        const std::regex pattern(R"(([0-9]+)([a-z]+)(?:\.([0-9]+))?(?:\.([0-9]+))?)");
+        const byte_regex pattern =
+            make_byte_regex(R"(([0-9]+)([a-z]+)(?:\.([0-9]+))?(?:\.([0-9]+))?)");
         std::smatch results;
         if (!std::regex_match(text, results, pattern) || results.size() != whole_match_and_groups) {
             warn("Cannot parse version string %s, results.size() = %d", text.c_str(),

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <regex>
+#include <string>
+
+// Regular expressions over byte strings of any length: nothing limits the word in a +VERSION file,
+// and the stack of a start may be small.
+namespace quorrel
+{
+
+// Bytes have no locale: they are matched by value, in ranges such as [0-9], and belong to no
+// character class and no collation order. Asking the locale about each of the 256 for every bracket
+// would make building two short expressions the greater part of a start.
+struct byte_traits : std::regex_traits<char> {
+    static bool isctype(char /*byte*/, char_class_type /*mask*/) { return false; }
+
+    template <typename Iterator>
+    static std::string transform_primary(Iterator /*first*/, Iterator /*last*/)
+    {
+        return {};
+    }
+};
+
+using byte_regex = std::basic_regex<char, byte_traits>;
+
+// Builds the expression, in the ECMAScript grammar. Throws std::regex_error for a bad pattern.
+[[nodiscard]] inline byte_regex make_byte_regex(const char* pattern)
+{
+#ifdef __GLIBCXX__
+    // This library's default executor calls itself for every byte of the text and runs out of stack
+    // at some ten thousand. Its other one, which it calls polynomial, does not, and finds the same.
+    return byte_regex(pattern,
+                      std::regex_constants::ECMAScript | std::regex_constants::__polynomial);
+#else
+    return byte_regex(pattern);
+#endif
+}
+
+} // namespace quorrel
