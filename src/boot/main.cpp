@@ -7,6 +7,7 @@
 #include <stdio.h>
 
 #include <csignal>
+#include <cstdlib>
 
 namespace
 {
@@ -15,6 +16,25 @@ namespace
 // compiler and through a linker that drops unused sections.
 [[gnu::used, gnu::retain]] const char identification[] = "@(#)PROGRAM:quorrel  PROJECT:Kelvo-66\n";
 
+// Where the runtime sees no way on (no memory even for an exception, a system call refused that it
+// takes for granted), it aborts. A start must not end so: these handlers take it up again at the
+// dataset phase, and if it comes to that twice, at the last one. Nothing about them is asynchronous;
+// abort(3) calls them.
+
+[[noreturn]] void go_on_with_localtime_link(int)
+{
+    std::signal(SIGABRT, [](int) { std::_Exit(0); });
+    quorrel::repair_localtime_link();
+    std::_Exit(0);
+}
+
+[[noreturn]] void go_on_with_dataset(int)
+{
+    std::signal(SIGABRT, go_on_with_localtime_link);
+    quorrel::select_dataset();
+    go_on_with_localtime_link(SIGABRT);
+}
+
 } // namespace
 
 // One pass over the phases of a start, each of which deals with its own failures.
@@ -22,10 +42,10 @@ int main()
 {
     using namespace quorrel;
 
-    // A warning that nobody reads and a file that may not grow are failures of write(2), not the
-    // end.
+    // A warning that nobody reads, or a file that may not grow, is to be a failure of write(2) only.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGABRT, go_on_with_dataset);
 
     protect_data_directories();
     migrate_legacy_icu_link();
