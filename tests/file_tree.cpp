@@ -9,9 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-
-namespace file_tree
-{
+#include <stdexcept>
 
 void put(const std::string& path, const std::string& thing)
 {
@@ -20,7 +18,7 @@ void put(const std::string& path, const std::string& thing)
     if (thing.starts_with("-> "))
         std::filesystem::create_symlink(thing.substr(3), path);
     else if (thing == "directory")
-        std::filesystem::create_directory(path);
+        put(path + "/below", "");
     else if (thing != "nothing")
         std::ofstream(path) << thing;
 }
@@ -46,20 +44,21 @@ void settle()
             std::filesystem::remove_all(entry);
     }
     put("/usr/share/zoneinfo.default/+VERSION", "2024a\n");
+    put("/usr/share/zoneinfo.default/Zone", "TZif");
     put("/usr/share/icu/icutzformat.txt", "44l\n");
     put("/var/db/timezone/zoneinfo", "-> /usr/share/zoneinfo.default");
-    put("/var/db/timezone/localtime", "-> /var/db/timezone/zoneinfo/Asia/Tokyo");
+    put("/var/db/timezone/localtime", "-> /var/db/timezone/zoneinfo/Zone");
 }
 
-std::string update(const std::string& version, const std::string& icu_file)
+void update(const std::string& version, const std::string& icu_file)
 {
     const std::string directory = "/var/db/timezone/tz/" + version;
     put(directory + "/zoneinfo/+VERSION", "2099z\n"); // an update's name counts, not this
+    put(directory + "/zoneinfo/Zone", "TZif");
     put(directory + "/icutz/" + icu_file, "");
-    return directory;
 }
 
-std::string outcome_of(const std::function<void()>& action)
+std::string outcome_of(const std::function<void()>& action, bool error_texts)
 {
     std::string outcome, thrown;
     testing::internal::CaptureStderr();
@@ -67,14 +66,16 @@ std::string outcome_of(const std::function<void()>& action)
         action();
     } catch (int error) {
         thrown = "threw " + std::to_string(error) + "\n";
-    } catch (const std::exception& exception) {
-        thrown = std::string("threw ") + exception.what() + "\n";
+    } catch (const std::invalid_argument& invalid) {
+        thrown = std::string("threw ") + invalid.what() + "\n";
+    } catch (const std::out_of_range&) {
+        thrown = "threw out of range\n";
     }
     std::istringstream printed(testing::internal::GetCapturedStderr());
     for (std::string line; std::getline(printed, line);) {
         const auto begin = line.find(": ") + 2, end = line.rfind(": ");
         EXPECT_LT(begin, end) << "no error text: " << line;
-        outcome += line.substr(begin, end - begin) + "\n";
+        outcome += line.substr(begin, error_texts ? line.npos : end - begin) + "\n";
     }
     return outcome + thrown;
 }
@@ -84,5 +85,3 @@ std::string start(std::string command)
     command.replace(command.find("PROGRAM"), 7, QUORREL_PROGRAM);
     return outcome_of([&] { EXPECT_EQ(std::system(command.c_str()), 0) << command; });
 }
-
-} // namespace file_tree

@@ -1,24 +1,28 @@
+#include "dataset/cleanup_marker.h"
+
 #include "file_tree.h"
 
-const std::string data = "/var/db/timezone/";
+const std::string data = "/var/db/timezone/", system_tree = "-> /usr/share/zoneinfo.default";
 
 // A disk with system partition 2024a.1.0 and updates older, equal and newer; 2024d has another ICU
 // schema. The links name an update, or "system", "nothing", or something at all.
 void disk_with(const std::string& current, const std::string& latest)
 {
-    file_tree::settle();
+    settle();
     for (const std::string version : {"2023z", "2024a.1.0", "2024b", "2024c"})
-        file_tree::update(version);
-    file_tree::update("2024d", "icutz44b.dat");
-    file_tree::put(data + "TZVersionDiffRecord", "before");
+        update(version);
+    update("2024d", "icutz44b.dat");
+    put(data + "TZVersionDiffRecord", "before");
+    put(data + "needs_cleanup", "of an earlier start");
+    put("/var/db/icu", "-> /no");
     if (current == "nothing")
-        file_tree::put(data + "zoneinfo", current);
+        put(data + "zoneinfo", current);
     else if (current != "system") {
-        file_tree::put(data + "zoneinfo", "-> " + data + "tz/" + current + "/zoneinfo");
-        file_tree::put(data + "icutz", "-> " + data + "tz/" + current + "/icutz");
+        put(data + "zoneinfo", "-> " + data + "tz/" + current + "/zoneinfo");
+        put(data + "icutz", "-> " + data + "tz/" + current + "/icutz");
     }
     if (latest != "nothing")
-        file_tree::put(data + "tz_latest", "-> " + (latest[0] == '/' ? "" : data + "tz/") + latest);
+        put(data + "tz_latest", "-> " + (latest.starts_with('/') ? "" : data + "tz/") + latest);
 }
 
 TEST(select_dataset, decides_by_schema_and_version)
@@ -27,14 +31,16 @@ TEST(select_dataset, decides_by_schema_and_version)
     const std::string reset = "Bad zoneinfo link \nInvalid current symlinks; resetting to system "
                               "partition\n";
     const std::string lost = "Unable to locate data; resetting to system partition\n";
+    const std::string bad_path = "kelvo_dataset::create_components: bad path /var/db/timezone/tz";
+    const std::string unparsed =
+        "Cannot parse version string 9, results.size() = 0\nCannot parse "
+        "version string 9\nNo ICU schema found for /var/db/timezone/tz/9\n";
     const auto refused = [](const std::string& versions) {
         return "New update not compatible or older version: " + versions + "\n";
     };
-    const struct {
-        std::string current, latest, printed, published, marker, record;
-    } cases[] = {
+    // In use, latest; printed; published, marker, record.
+    const std::string cases[][6] = {
         {"system", "nothing", "", "system", "nothing", "before"},
-        {"2024b", "nothing", "", "2024b", "nothing", "before"},
         {"2024a.1.0", "nothing", "", "2024a.1.0", "nothing", "before"},
         {"system", "2024b", "", "2024b", "nothing", "2024a.1.0_2024b"},
         {"2024b", "2024c", "", "2024c", "", "2024b_2024c"},
@@ -46,24 +52,25 @@ TEST(select_dataset, decides_by_schema_and_version)
         // The latest is measured against the dataset that was given up, not the one in use.
         {"2024d", "2024b", given_up + refused("2024b vs. 2024d"), "system", "", "before"},
         {"2023z", "2024a.1.0", given_up, "2024a.1.0", "", "2024a.1.0_2024a.1.0"},
-        {"nothing", "nothing", reset, "system", "nothing", "before"},
         {"nothing", "2024b", reset, "2024b", "nothing", "2024a.1.0_2024b"},
         {"nothing", "2023z", reset + refused("2023z vs. 2024a.1.0"), "system", "nothing", "before"},
-        {"2024b", "/no", "kelvo_dataset::create_components: bad path /no\n" + lost, "system",
-         "nothing", "before"},
+        {"2024b", "", bad_path + "/\n" + lost, "system", "nothing", "before"},
+        {"2024b", "/var/db/timezone/tz_9z", bad_path + "_9z\n" + lost, "system", "nothing",
+         "before"},
+        {"2024b", "9", unparsed + refused("9 vs. 2024b"), "2024b", "nothing", "before"},
         {"2024b", "2147483648a", lost, "system", "nothing", "before"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.current + " in use, " + c.latest + " the latest");
-        disk_with(c.current, c.latest);
-        EXPECT_EQ(file_tree::start(), c.printed);
-        const bool system = c.published == "system";
-        const std::string update = "-> " + data + "tz/" + c.published;
-        EXPECT_EQ(file_tree::at(data + "zoneinfo"),
-                  system ? "-> /usr/share/zoneinfo.default" : update + "/zoneinfo");
-        EXPECT_EQ(file_tree::at(data + "icutz"), system ? "nothing" : update + "/icutz");
-        EXPECT_EQ(file_tree::at(data + "needs_cleanup"), c.marker);
-        EXPECT_EQ(file_tree::at(data + "TZVersionDiffRecord"), c.record);
+    for (const auto& [current, latest, printed, published, marker, record] : cases) {
+        SCOPED_TRACE(current + " in use, " + latest + " the latest");
+        disk_with(current, latest);
+        EXPECT_EQ(start(), printed);
+        const std::string update = "-> " + data + "tz/" + published;
+        EXPECT_EQ(at(data + "zoneinfo"),
+                  published == "system" ? system_tree : update + "/zoneinfo");
+        EXPECT_EQ(at(data + "icutz"), published == "system" ? "nothing" : update + "/icutz");
+        EXPECT_EQ(at("/var/db/icu"), "nothing");
+        EXPECT_EQ(at(data + "needs_cleanup"), marker);
+        EXPECT_EQ(at(data + "TZVersionDiffRecord"), record);
     }
 }
 
@@ -71,32 +78,32 @@ TEST(select_dataset, goes_on_when_something_is_in_the_way)
 {
     const auto start_with_directory_at = [](const std::string& name) {
         disk_with("2024b", "2024c");
-        file_tree::put(data + name, "nothing");
-        file_tree::put(data + name + "/below", "");
-        file_tree::put("/var/db/icutz", "-> /no");
-        return file_tree::start();
+        put(data + name, "directory");
+        put("/var/db/icutz", "-> /no");
+        return start();
     };
     const std::string lost = "Unable to locate data; resetting to system partition\n";
-    EXPECT_EQ(start_with_directory_at("needs_cleanup"),
-              "Cannot touch file /var/db/timezone/needs_cleanup\n");
-    EXPECT_EQ(start_with_directory_at("TZVersionDiffRecord"), "");
-    EXPECT_EQ(file_tree::at(data + "zoneinfo"), "-> " + data + "tz/2024c/zoneinfo");
-    EXPECT_EQ(file_tree::at("/var/db/icutz"), "nothing");
-
-    const std::string icu =
-        "remove: could not remove /var/db/timezone/icutz\nunlink of ICU softlink failed\n";
-    EXPECT_EQ(
-        start_with_directory_at("icutz"),
-        icu + "create_symlink: from /var/db/timezone/icutz to /var/db/timezone/tz/2024c/icutz\n" +
-            lost + icu);
-    EXPECT_EQ(file_tree::at(data + "zoneinfo"), "-> /usr/share/zoneinfo.default");
-    EXPECT_EQ(file_tree::at("/var/db/icutz"), "-> /no") << "the first failure ends the removals";
-
+    const std::string icu = "remove: could not remove /var/db/timezone/icutz\n"
+                            "unlink of ICU softlink failed\n";
     const std::string zoneinfo =
         "remove: could not remove /var/db/timezone/zoneinfo\nUnlink of zoneinfo softlink failed\n"
         "create_symlink: from /var/db/timezone/zoneinfo to /usr/share/zoneinfo.default\n";
-    EXPECT_EQ(start_with_directory_at("zoneinfo"),
-              "read_symlink: /var/db/timezone/zoneinfo\n"
-              "Invalid current symlinks; resetting to system partition\n" +
-                  zoneinfo + lost + zoneinfo);
+
+    EXPECT_EQ(start_with_directory_at("TZVersionDiffRecord"), "");
+    EXPECT_EQ(at("/var/db/icutz"), "nothing");
+    start_with_directory_at("needs_cleanup");
+    EXPECT_EQ(at(data + "TZVersionDiffRecord"), "2024b_2024c");
+    EXPECT_EQ(outcome_of(quorrel::touch_needs_cleanup, true),
+              "Cannot touch file /var/db/timezone/needs_cleanup: Is a directory\n");
+
+    const std::string printed = start_with_directory_at("icutz");
+    EXPECT_TRUE(printed.starts_with(icu + "create_symlink: ") && printed.ends_with(lost + icu));
+    EXPECT_EQ(at(data + "zoneinfo"), system_tree);
+    EXPECT_EQ(at("/var/db/icutz"), "-> /no") << "the first failure ends the removals";
+    EXPECT_EQ(at(data + "needs_cleanup"), "nothing") << "it comes after the links";
+
+    EXPECT_TRUE(start_with_directory_at("zoneinfo").ends_with(zoneinfo + lost + zoneinfo));
+    EXPECT_EQ(at(data + "icutz"), "-> /var/db/timezone/tz/2024b/icutz") << "it comes second";
+    EXPECT_EQ(start_with_directory_at("tz_latest"),
+              "read_symlink: /var/db/timezone/tz_latest\n" + lost);
 }

@@ -16,7 +16,7 @@ void migrate_legacy_icu_link() noexcept
         if (fs::exists(paths::older_icu_link) && !fs::exists(paths::icu_link))
             fs::create_symlink(fs::read_symlink(paths::older_icu_link), paths::icu_link);
     } catch (...) {
-        // The link is missing then until a dataset is published; the older one goes all the same.
+        // The older link goes all the same; the next update to be activated brings a new one.
         warn("Could not migrate /var/db/icutz to /var/db/timezone/icutz");
     }
     try {

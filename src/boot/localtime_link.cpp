@@ -16,8 +16,8 @@ namespace
 
 constexpr char default_zone[] = "America/Los_Angeles";
 
-// Both functions below make every string that they need before they delete the link: want of memory
-// must not strike between deleting it and creating it anew.
+// Both functions below make every string that they need before they delete the link, lest there be
+// no memory to create it anew.
 
 // Returns whether the link points into the published zoneinfo tree, corrected if it had to be.
 // Throws what reading or creating the link throws.

@@ -18,8 +18,8 @@ namespace
 
 // Where the runtime sees no way on (no memory even for an exception, a system call refused that it
 // takes for granted), it aborts. A start must not end so: these handlers take it up again at the
-// dataset phase, and if it comes to that twice, at the last one. Nothing about them is asynchronous;
-// abort(3) calls them.
+// dataset phase, and if it comes to that twice, at the last one. Nothing about them is
+// asynchronous; abort(3) calls them.
 
 [[noreturn]] void go_on_with_localtime_link(int)
 {
@@ -42,7 +42,7 @@ int main()
 {
     using namespace quorrel;
 
-    // A warning that nobody reads, or a file that may not grow, is to be a failure of write(2) only.
+    // What nobody reads, and a file that may not grow, are to be failures of write(2) and no more.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGABRT, go_on_with_dataset);

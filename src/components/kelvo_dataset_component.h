@@ -11,16 +11,13 @@ namespace quorrel
 class kelvo_dataset_component
 {
 public:
-    kelvo_dataset_component(const kelvo_dataset_component&) = delete;
-    kelvo_dataset_component& operator=(const kelvo_dataset_component&) = delete;
-
     // Tells whether this component's data may be used together with the data of `other`, which is
     // normally the same kind of component in another dataset.
     [[nodiscard]] virtual bool compatible_schema(const kelvo_dataset_component& other) const = 0;
 
-    // Makes the component's link below /var/db/timezone/ name this component's data. The old link
-    // is removed before the new one is created. Throws the int of fs::create_symlink when there is
-    // no new link.
+    // Makes the component's link below /var/db/timezone/ name this component's data: removes the
+    // old link, and creates the new one even if that failed. Prints what fs::remove and
+    // fs::create_symlink print, and throws what the latter throws.
     virtual void publish_link() const = 0;
 
 protected:

@@ -43,9 +43,10 @@ std::string find_schema(std::string directory)
         throw error;
     }
     while (const FTSENT* entry = fts_read(walk.get())) {
+        if (!is_public_file(*entry))
+            continue;
         std::cmatch results;
-        if (is_public_file(*entry) &&
-            std::regex_match(static_cast<const char*>(entry->fts_name), results, data_file))
+        if (std::regex_match(entry->fts_name, results, data_file))
             return results[1];
     }
     return {};
@@ -88,7 +89,7 @@ void kelvo_icu::publish_link() const
         fs::remove(link);
         fs::remove(paths::older_icu_link);
     } catch (...) {
-        // As for the zoneinfo link: whether the old link is in the way shows in creating the new.
+        // If an old link is in the way, creating the new one fails, and that failure counts.
         warn("unlink of ICU softlink failed");
     }
     if (!dataset_path.empty())

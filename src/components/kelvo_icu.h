@@ -18,15 +18,16 @@ public:
     // another kind of component.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
-    // Removes /var/db/icutz, the link's older place, as well. The system partition has no ICU link:
-    // publishing it leaves neither. Prints "unlink of ICU softlink failed" when an old link stays,
-    // and goes on.
+    // Removes /var/db/icutz, the link's older place, as well, if the first could be removed. The
+    // system partition has no ICU link: publishing it leaves neither. Prints "unlink of ICU
+    // softlink failed" as well, when an old link cannot be removed.
     void publish_link() const override;
 
 private:
     // Fills `schema`: for the system partition from icutzformat.txt, for an update from the name of
-    // its data file (icutz44l.dat is schema 44l), which is the first in directory order that is a
-    // regular file and readable by others.
+    // its data file. That is icutz, digits, one of l, b and e, and .dat: icutz44l.dat is schema
+    // 44l. It lies directly in the update's ICU directory, is a regular file and readable by
+    // others; the first in directory order counts.
     //
     // An update without such a file prints "No ICU schema found for PATH". Should fts_open(3) fail,
     // prints "tz_icu::initialize: fts_open of DIRECTORY failed, ERROR" and throws the error number

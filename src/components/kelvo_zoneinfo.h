@@ -20,7 +20,7 @@ public:
     // Every zoneinfo tree may be used with every other: always true.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
-    // Prints "Unlink of zoneinfo softlink failed" when the old link stays, and goes on.
+    // Prints "Unlink of zoneinfo softlink failed" as well, when the old link cannot be removed.
     void publish_link() const override;
 
 private:

@@ -20,7 +20,7 @@ kelvo_dataset::kelvo_dataset(const std::string& directory) : path(directory)
 
 void kelvo_dataset::create_components()
 {
-    // The system partition's tree is release 2024a; its dataset counts as that release's first.
+    // A release on the system partition, say 2024a, counts as its first dataset, 2024a.1.0.
     constexpr char system_suffix[] = ".1.0";
     constexpr std::string_view updates = paths::update_directory;
 

@@ -20,13 +20,14 @@ public:
     //
     // Any other path prints "kelvo_dataset::create_components: bad path PATH" and throws
     // std::invalid_argument("badpath"). Otherwise prints and throws as tz_version::parse does, and
-    // then as kelvo_icu does. A version string that is none leaves the version unset.
+    // then as kelvo_icu does. A name that is no version string leaves the version unset.
     explicit kelvo_dataset(const std::string& directory = {});
 
     kelvo_dataset(const kelvo_dataset&) = delete;
     kelvo_dataset& operator=(const kelvo_dataset&) = delete;
 
-    // Publishes a freshly built system partition dataset. Throws as building and publishing do.
+    // Publishes a freshly built system partition dataset. Prints and throws as building and
+    // publishing one do.
     static void reset_to_system_partition();
 
     // Tells whether this dataset's components may be used with those of `other`, each with the one
@@ -37,8 +38,8 @@ public:
     // partition's release and ".1.0".
     [[nodiscard]] std::string version_string() const { return version_string_; }
 
-    // Publishes the components' links in their order. The first failure ends it, with the int that
-    // it throws; links published before stay.
+    // Publishes the components' links in their order. Prints and throws as the components do; the
+    // first that throws ends it, and links published before stay.
     void publish_links() const;
 
     // Equal datasets are the same directory, greater ones are newer. So two datasets of the same

@@ -3,7 +3,7 @@
 #include <string>
 
 // Which datasets the links below /var/db/timezone/ name. Nothing here looks at what a link's target
-// holds, or whether it exists.
+// holds, or whether it exists. Besides what is named here, only std::bad_alloc is thrown.
 namespace quorrel
 {
 

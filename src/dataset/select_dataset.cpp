@@ -35,7 +35,7 @@ void activate(const kelvo_dataset& latest, const kelvo_dataset& in_use, const ke
     if (in_use != system)
         touch_needs_cleanup();
 
-    // The record is a courtesy: what becomes of it changes nothing about the activation.
+    // The activation stands even if its record cannot be opened or written.
     std::ofstream record(paths::version_diff_record);
     record << in_use.version_string() << '_' << latest.version_string();
 }
@@ -57,8 +57,7 @@ void decide()
     if (latest_path.empty())
         return;
     const kelvo_dataset latest(latest_path);
-    // Newer than the dataset that the link named, even if that was given up above: an update that
-    // was passed over for a newer one does not come back.
+    // Newer than the dataset that the link named, even if that was given up above.
     if (latest.compatible(system) && latest > current)
         activate(latest, *in_use, system);
     else

@@ -11,10 +11,11 @@ namespace quorrel
 // start. Activating it creates needs_cleanup if another update was in use until then, and writes
 // TZVersionDiffRecord.
 //
-// Throws nothing: a failure anywhere ends with the system partition published. Prints "Invalid
-// current symlinks; resetting to system partition", "Symlink points at data incompatible with
-// installed system", "New update not compatible or older version: LATEST vs. CURRENT" and "Unable
-// to locate data; resetting to system partition", and what the operations that it calls print.
+// Throws nothing. A failure anywhere, but for the marker's and the record's, ends with the system
+// partition published; should that fail, the links stay as they are. Prints "Invalid current
+// symlinks; resetting to system partition", "Symlink points at data incompatible with installed
+// system", "New update not compatible or older version: LATEST vs. CURRENT" and "Unable to locate
+// data; resetting to system partition", and what the operations that it calls print.
 void select_dataset() noexcept;
 
 } // namespace quorrel

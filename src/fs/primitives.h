@@ -2,9 +2,9 @@
 
 #include <string>
 
-// Four operations on directory entries. They keep no state and never retry. A failure that an
-// operation does not tolerate is warned of once and then thrown, as an int that holds the error
-// number; what it means is for the caller to say.
+// Four operations on directory entries. They keep no state and never retry. A failure that one of
+// them does not tolerate is warned of once and then thrown, as an int that holds the error number;
+// what it means is for the caller to say.
 namespace quorrel::fs
 {
 
@@ -22,6 +22,7 @@ void remove(const std::string& path);
 // Returns a symbolic link's target as it is stored, unresolved, from readlink(2): its first 1,024
 // bytes if it is longer. A link that is not there yields the empty string. Any other failure (the
 // entry is no symbolic link, for one) prints "read_symlink: PATH" and throws the error number.
+// Throws std::bad_alloc as well.
 [[nodiscard]] std::string read_symlink(const std::string& path);
 
 // Makes the new entry `link` a symbolic link to `target`, with symlink(2). The target need not
