@@ -3,35 +3,35 @@
 
 #include "file_tree.h"
 
-#include <filesystem>
+#include <sys/stat.h>
 
 using namespace quorrel;
 
 TEST(kelvo_icu, schema_is_in_the_name_of_a_public_regular_file)
 {
     settle();
-    const std::string path = "/var/db/timezone/tz/2024b", directory = path + "/icutz/";
-    const auto expect_schema = [&](const std::string& schema) {
+    const auto compare_with = [](const std::string& schema) {
         put("/usr/share/icu/icutzformat.txt", "\n\v\f\r\t " + schema + " 1");
-        const auto find = [&] { EXPECT_TRUE(kelvo_icu(path).compatible_schema(kelvo_icu())); };
-        EXPECT_EQ(outcome_of(find), "");
+        bool same = false;
+        const auto compare = [&] {
+            same = kelvo_icu("/var/db/timezone/tz/2024b").compatible_schema(kelvo_icu());
+        };
+        const std::string printed = outcome_of(compare);
+        return printed + (same ? "same" : "other");
     };
-    const auto expect_none = [&] {
-        const auto find = [&] { EXPECT_FALSE(kelvo_icu(path).compatible_schema(kelvo_icu())); };
-        EXPECT_EQ(outcome_of(find), "No ICU schema found for " + path + "\n");
-    };
-    for (const std::string name : {"44L.dat", ".dat", "l.dat", "44x.dat", "44le.dat", "44lxdat",
-                                   "44l.dat.bak", "44l.dat/icutz44l.dat"})
-        put(directory + "icutz" + name, "");
-    put(directory + "xicutz44l.dat", "");
+    for (const std::string name :
+         {"icutz44L.dat", "icutz.dat", "icutzl.dat", "icutz44x.dat", "icutz44le.dat",
+          "icutz44lxdat", "xicutz44l.dat", "icutz44l.dat.bak", "icutz44l.dat/icutz44l.dat"})
+        put("tz/2024b/icutz/" + name, "");
+    put("tz/2024b/icutz/icutz7e.dat", "-> /var/elsewhere/icutz7e.dat");
     put("/var/elsewhere/icutz7e.dat", "");
-    put(directory + "icutz7e.dat", "-> /var/elsewhere/icutz7e.dat");
-    put(directory + "icutz0123b.dat", "");
-    expect_schema("0123b");
-    std::filesystem::permissions(directory + "icutz0123b.dat", std::filesystem::perms(0640));
-    expect_none();
-    put(path + "/icutz", "-> /var/elsewhere");
-    expect_schema("7e");
+    put("tz/2024b/icutz/icutz0123b.dat", "");
+    EXPECT_EQ(compare_with("0123b"), "same");
+    ASSERT_EQ(chmod("/var/db/timezone/tz/2024b/icutz/icutz0123b.dat", 0640), 0);
+    EXPECT_EQ(compare_with(""), "No ICU schema found for /var/db/timezone/tz/2024b\nother");
+    put("tz/2024b/icutz", "-> /var/elsewhere");
+    EXPECT_EQ(compare_with("7e"), "same");
+    EXPECT_EQ(compare_with("07e"), "other");
 }
 
 TEST(kelvo_icu, is_incompatible_with_another_component)
