@@ -81,6 +81,6 @@ std::string outcome_of(const std::function<void()>& action, bool error_texts)
 
 std::string start(std::string command)
 {
-    command.replace(command.find("PROGRAM"), 7, QUORREL_PROGRAM);
+    command.replace(command.find("PROGRAM"), 7, "'" QUORREL_PROGRAM "'");
     return outcome_of([&] { EXPECT_EQ(std::system(command.c_str()), 0) << command; });
 }

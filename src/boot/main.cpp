@@ -4,9 +4,9 @@
 #include "dataset/select_dataset.h"
 #include "fs/paths.h"
 
+#include <signal.h>
 #include <stdio.h>
 
-#include <csignal>
 #include <cstdlib>
 
 namespace
@@ -17,22 +17,30 @@ namespace
 [[gnu::used, gnu::retain]] const char identification[] = "@(#)PROGRAM:quorrel  PROJECT:Kelvo-66\n";
 
 // Where the runtime sees no way on (no memory even for an exception, a system call refused that it
-// takes for granted), it aborts. A start must not end so: these handlers take it up again at the
-// dataset phase, and if it comes to that twice, at the last one. Nothing about them is
-// asynchronous; abort(3) calls them.
+// takes for granted), it calls abort(3). A start must not end so: these handlers take it up again
+// at the dataset phase, and if it comes to that twice, at the last one. That they do far more than
+// a handler for a signal from elsewhere might is meant: after an abort there is nothing to lose.
+
+void at_abort(void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_NODEFER; // abort may come again while the handler runs
+    sigaction(SIGABRT, &action, nullptr);
+}
 
 [[noreturn]] void go_on_with_localtime_link(int)
 {
-    std::signal(SIGABRT, [](int) { std::_Exit(0); });
+    at_abort([](int) { std::_Exit(0); });
     quorrel::repair_localtime_link();
     std::_Exit(0);
 }
 
-[[noreturn]] void go_on_with_dataset(int)
+[[noreturn]] void go_on_with_dataset(int signal)
 {
-    std::signal(SIGABRT, go_on_with_localtime_link);
+    at_abort(go_on_with_localtime_link);
     quorrel::select_dataset();
-    go_on_with_localtime_link(SIGABRT);
+    go_on_with_localtime_link(signal);
 }
 
 } // namespace
@@ -43,9 +51,9 @@ int main()
     using namespace quorrel;
 
     // What nobody reads, and a file that may not grow, are to be failures of write(2) and no more.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
-    std::signal(SIGABRT, go_on_with_dataset);
+    signal(SIGPIPE, SIG_IGN);
+    signal(SIGXFSZ, SIG_IGN);
+    at_abort(go_on_with_dataset);
 
     protect_data_directories();
     migrate_legacy_icu_link();

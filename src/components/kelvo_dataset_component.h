@@ -17,7 +17,7 @@ public:
 
     // Makes the component's link below /var/db/timezone/ name this component's data: removes the
     // old link, and creates the new one even if that failed. Prints what fs::remove and
-    // fs::create_symlink print, and throws what the latter throws.
+    // fs::create_symlink print, and throws what the latter throws, or std::bad_alloc.
     virtual void publish_link() const = 0;
 
 protected:

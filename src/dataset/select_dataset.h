@@ -12,10 +12,10 @@ namespace quorrel
 // TZVersionDiffRecord.
 //
 // Throws nothing. A failure anywhere, but for the marker's and the record's, ends with the system
-// partition published; should that fail, the links stay as they are. Prints "Invalid current
-// symlinks; resetting to system partition", "Symlink points at data incompatible with installed
-// system", "New update not compatible or older version: LATEST vs. CURRENT" and "Unable to locate
-// data; resetting to system partition", and what the operations that it calls print.
+// partition published; should that fail too, the links stay as that leaves them. Prints "Invalid
+// current symlinks; resetting to system partition", "Symlink points at data incompatible with
+// installed system", "New update not compatible or older version: LATEST vs. CURRENT" and "Unable
+// to locate data; resetting to system partition", and what the operations that it calls print.
 void select_dataset() noexcept;
 
 } // namespace quorrel

@@ -7,7 +7,8 @@ namespace quorrel::paths
 
 // /usr/share: the system partition, read only.
 //
-//     zoneinfo                 where the localtime link used to point
+//     zoneinfo                 where the localtime link used to point; any path that begins so
+//                              counts, the next one too
 //     zoneinfo.default/        the system partition's zoneinfo tree
 //         +VERSION             its tz release, for example 2024a
 //     icu/                     the system partition's ICU data
@@ -23,7 +24,7 @@ inline constexpr char system_icu[] = "/usr/share/icu";
 //         zoneinfo             link to the zoneinfo tree in use
 //         icutz                link to the ICU data in use; absent for the system partition's
 //         localtime            link to the local zone's file, through zoneinfo
-//         needs_cleanup        marker: an update may be deleted
+//         needs_cleanup        marker: this start put data out of use
 //         TZVersionDiffRecord  the last activation, as OLD_NEW
 //         tz_latest            link to the newest update; the agent's, never written here
 //         tz/                  installed updates; the agent's, never written here
