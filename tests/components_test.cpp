@@ -7,7 +7,7 @@
 
 using namespace quorrel;
 
-TEST(kelvo_icu, schema_is_in_the_name_of_a_public_regular_file)
+TEST(components, are_compatible_if_no_icu_schema_differs)
 {
     settle();
     const auto compare_with = [](const std::string& schema) {
@@ -32,10 +32,7 @@ TEST(kelvo_icu, schema_is_in_the_name_of_a_public_regular_file)
     put("tz/2024b/icutz", "-> /var/elsewhere");
     EXPECT_EQ(compare_with("7e"), "same");
     EXPECT_EQ(compare_with("07e"), "other");
-}
 
-TEST(kelvo_icu, is_incompatible_with_another_component)
-{
     EXPECT_TRUE(kelvo_zoneinfo().compatible_schema(kelvo_icu()));
     EXPECT_EQ(outcome_of([] { EXPECT_FALSE(kelvo_icu().compatible_schema(kelvo_zoneinfo())); }),
               "kelvo_icu::compatible_schema: could not dynamic_cast other component\n");

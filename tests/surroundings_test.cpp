@@ -18,14 +18,13 @@ std::string eventful_start(const std::string& command, const std::string& releas
 
 TEST(surroundings, broken_do_not_stop_a_start)
 {
-    const std::string updated = "-> /var/db/timezone/tz/2024b/zoneinfo";
     const std::string outcome = eventful_start("PROGRAM");
     EXPECT_LT(outcome.find("Could not migrate"), outcome.find("Bad zoneinfo link"));
     for (const std::string command :
          {"PROGRAM 2>/dev/full", "PROGRAM <&- >&- 2>&-", "ulimit -f 0; PROGRAM 2>&-",
           "umask 777; PROGRAM",
           "{ sleep 0.1; PROGRAM; echo $? >/var/status; } 2>&1 | true; exit $(cat /var/status)"})
-        EXPECT_TRUE(eventful_start(command).ends_with(updated)) << command;
+        EXPECT_TRUE(eventful_start(command).ends_with("/tz/2024b/zoneinfo")) << command;
 }
 
 TEST(surroundings, a_release_of_any_length_is_read_on_a_small_stack)
