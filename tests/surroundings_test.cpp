@@ -35,3 +35,30 @@ TEST(surroundings, a_release_of_any_length_is_read_on_a_small_stack)
         EXPECT_EQ(outcome.find("Cannot parse") == std::string::npos, release.ends_with("2024a"));
     }
 }
+
+TEST(surroundings, an_abort_fails_the_dataset_phase_alone)
+{
+    const std::string printed = "Unable to locate data; resetting to system partition\n"
+                                "Correcting localtime link to /var/db/timezone/zoneinfo/Zone\n";
+    // A named pipe in place of +VERSION holds the phase, or its fallback, until a signal comes.
+    const std::string abort_once = "{ PROGRAM & exec 3>+VERSION; mv text +VERSION; kill -ABRT $!; ";
+    const std::string abort_twice = "{ PROGRAM & exec 3>+VERSION; mv pipe +VERSION; kill -ABRT $!; "
+                                    "exec 4>+VERSION; kill -ABRT $!; ";
+    for (const std::string& held : {abort_once, abort_twice}) {
+        settle();
+        update("2024b");
+        update("2024c");
+        put("zoneinfo", "-> /var/db/timezone/tz/2024b/zoneinfo");
+        put("icutz", "-> /var/db/timezone/tz/2024b/icutz");
+        put("tz_latest", "-> /var/db/timezone/tz/2024c");
+        put("localtime", "-> /usr/share/zoneinfo/Zone");
+        EXPECT_EQ(start("cd /usr/share/zoneinfo.default; mv +VERSION text; mkfifo +VERSION pipe; " +
+                        held + "wait $!; }"),
+                  printed);
+        const bool reset = held == abort_once;
+        EXPECT_EQ(at("zoneinfo"), reset ? "-> /usr/share/zoneinfo.default"
+                                        : "-> /var/db/timezone/tz/2024b/zoneinfo");
+        EXPECT_EQ(at("icutz"), reset ? "nothing" : "-> /var/db/timezone/tz/2024b/icutz");
+        EXPECT_EQ(at("localtime"), "-> /var/db/timezone/zoneinfo/Zone");
+    }
+}

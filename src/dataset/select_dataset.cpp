@@ -73,9 +73,14 @@ void select_dataset() noexcept
         decide();
         return;
     } catch (...) {
-        // Whatever it was, the system partition is an answer to it.
-        warn("Unable to locate data; resetting to system partition");
+        // Whatever failed, the system partition is a safe answer.
     }
+    fall_back_to_system_partition();
+}
+
+void fall_back_to_system_partition() noexcept
+{
+    warn("Unable to locate data; resetting to system partition");
     try {
         kelvo_dataset::reset_to_system_partition();
     } catch (...) {

@@ -5,17 +5,19 @@ namespace quorrel
 
 // The dataset phase: decides which dataset the system uses, and publishes it.
 //
-// The dataset in use stays, if it is compatible with the system partition and not older; else the
-// system partition is published, and needs_cleanup created. Then the latest update is activated, if
-// it is compatible with the system partition and newer than the dataset that was in use at the
-// start. Activating it creates needs_cleanup if another update was in use until then, and writes
-// TZVersionDiffRecord.
+// The dataset that the zoneinfo link names stays in use if it is compatible with the system
+// partition and not older. Otherwise the system partition is published and needs_cleanup is
+// created. If the link names no dataset, the system partition is published. Then the latest update
+// is activated if it is compatible with the system partition and newer than the dataset that was in
+// use at the start, even if that one was given up. Activating it creates needs_cleanup if another
+// update was in use until then, and writes TZVersionDiffRecord.
 //
-// Throws nothing. A failure anywhere, but for the marker's and the record's, ends with the system
-// partition published; should that fail too, the links stay as that leaves them. Prints "Invalid
-// current symlinks; resetting to system partition", "Symlink points at data incompatible with
-// installed system", "New update not compatible or older version: LATEST vs. CURRENT" and "Unable
-// to locate data; resetting to system partition", and what the operations that it calls print.
+// Throws nothing. Any other failure is answered by fall_back_to_system_partition, except that
+// needs_cleanup, TZVersionDiffRecord or the removal of an ICU link may fail without consequence.
 void select_dataset() noexcept;
+
+// Warns that no dataset could be chosen, and publishes the system partition. If that fails too, the
+// links stay as the failure leaves them. Throws nothing.
+void fall_back_to_system_partition() noexcept;
 
 } // namespace quorrel
