@@ -1,17 +1,23 @@
 #include "file_tree.h"
 
-#include <err.h>
-#include <linux/magic.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 
 const std::filesystem::path data = "/var/db/timezone";
+
+int run(const std::string& command)
+{
+    setenv("PROGRAM", QUORREL_PROGRAM, 1);
+    setenv("DISK", QUORREL_TOOLS "/disk", 1);
+    return std::system(("IFS=; " + command).c_str()); // the paths may have blanks in them
+}
 
 void put(const std::string& name, const std::string& thing)
 {
@@ -19,54 +25,36 @@ void put(const std::string& name, const std::string& thing)
     std::filesystem::remove_all(data / name);
     if (thing.starts_with("-> "))
         std::filesystem::create_symlink(thing.substr(3), data / name);
-    else if (thing == "directory")
+    else if (thing == directory)
         put(name + "/below", "");
-    else if (thing != "nothing")
+    else if (thing != nothing)
         std::ofstream(data / name) << thing;
 }
 
-std::string at(const std::string& name)
-{
-    const auto status = std::filesystem::symlink_status(data / name);
-    if (is_symlink(status))
-        return "-> " + std::filesystem::read_symlink(data / name).string();
-    if (!is_regular_file(status))
-        return is_directory(status) ? "directory" : "nothing";
-    return (std::ostringstream() << std::ifstream(data / name).rdbuf()).str();
-}
-
-void settle()
+void fresh_disk(const std::string& in_use, const std::string& latest)
 {
     umask(022);
-    for (const char* root : {"/var", "/usr/share"}) {
-        struct statfs status;
-        if (statfs(root, &status) != 0 || status.f_type != TMPFS_MAGIC)
-            errx(1, "%s is the machine's own: run the tests in tools/sandbox", root);
-        for (const auto& entry : std::filesystem::directory_iterator(root))
-            std::filesystem::remove_all(entry);
-    }
-    put("/usr/share/zoneinfo.default/+VERSION", "2024a\n");
-    put("/usr/share/zoneinfo.default/Zone", "TZif");
-    put("/usr/share/icu/icutzformat.txt", "44l\n");
-    put("zoneinfo", "-> /usr/share/zoneinfo.default");
-    put("localtime", "-> /var/db/timezone/zoneinfo/Zone");
+    if (run("$DISK plain '" + in_use + "' '" + latest + "'") != 0)
+        std::exit(1);
 }
 
-void update(const std::string& version, const std::string& icu_file)
+std::string start(const std::string& command)
 {
-    put("tz/" + version + "/zoneinfo/+VERSION", "2099z\n"); // an update's name counts, not this
-    put("tz/" + version + "/zoneinfo/Zone", "TZif");
-    put("tz/" + version + "/icutz/" + icu_file, "");
+    const std::string all =
+        "$DISK show >/var/before && (" + command + ") && $DISK show >/var/after";
+    const std::string warnings = warnings_of([&] { EXPECT_EQ(run(all), 0) << command; });
+    run("diff /var/before /var/after | sed -n 's|/var/db/timezone/|~/|g; s/^> //p' >/var/changes");
+    return warnings + (std::ostringstream() << std::ifstream("/var/changes").rdbuf()).str();
 }
 
-std::string outcome_of(const std::function<void()>& action, bool error_texts)
+std::string warnings_of(const std::function<void()>& action, bool full)
 {
-    std::string outcome, thrown;
+    std::string warnings, thrown;
     testing::internal::CaptureStderr();
     try {
         action();
     } catch (int error) {
-        thrown = "threw " + std::to_string(error) + "\n";
+        thrown = std::string("threw ") + std::strerror(error) + "\n";
     } catch (const std::out_of_range&) {
         thrown = "threw out of range\n";
     }
@@ -74,13 +62,7 @@ std::string outcome_of(const std::function<void()>& action, bool error_texts)
     for (std::string line; std::getline(printed, line);) {
         const auto begin = line.find(": ") + 2, end = line.rfind(": ");
         EXPECT_LT(begin, end) << "no error text: " << line;
-        outcome += line.substr(begin, error_texts ? line.npos : end - begin) + "\n";
+        warnings += line.substr(begin, full ? line.npos : end - begin) + "\n";
     }
-    return outcome + thrown;
-}
-
-std::string start(std::string command)
-{
-    command.replace(command.find("PROGRAM"), 7, "'" QUORREL_PROGRAM "'");
-    return outcome_of([&] { EXPECT_EQ(std::system(command.c_str()), 0) << command; });
+    return std::regex_replace(warnings, std::regex("/var/db/timezone/"), "~/") + thrown;
 }

@@ -5,27 +5,26 @@
 #include <functional>
 #include <string>
 
-// A small disk in the sandbox, to be described and read back in a line or two, and the program run
-// on it. A name is a path, absolute or below /var/db/timezone. What is there is said as "-> TARGET"
-// for a link, "directory" (put down with a file in it), "nothing", or a file's content.
+// A small disk in the sandbox, described and read back in a line or two, and the program run on it.
+// A name is a path, absolute or below /var/db/timezone. What is put there is a file's content,
+// "-> TARGET" for a link, or one of these two.
+inline const std::string nothing = "nothing";
+inline const std::string directory = "directory"; // with a file in it
 
-// Puts the thing there, in place of what there is, and makes the directories on the way.
+// Puts the thing there, in place of what is there, and makes the directories on the way.
 void put(const std::string& name, const std::string& thing);
-std::string at(const std::string& name);
 
-// Empties /var and /usr/share, and puts there a system partition of release 2024a and ICU schema
-// 44l, with a zone named Zone; it is in use, and that is the local zone. A start changes and prints
-// nothing. Ends the test program outside the sandbox.
-void settle();
+// Empties /var and /usr/share, and lays out a disk as `tools/disk plain IN_USE LATEST` does. Ends
+// the test program outside the sandbox.
+void fresh_disk(const std::string& in_use = "system", const std::string& latest = nothing);
 
-// Installs an update of the version.
-void update(const std::string& version, const std::string& icu_file = "icutz44l.dat");
+// Runs the action and returns what it warned of, a line each without the program's name and, unless
+// asked for, the error text, and then, as a line "threw ...", the error, -1 or "out of range" that
+// it threw. "~/" stands for /var/db/timezone/.
+std::string warnings_of(const std::function<void()>& action, bool full = false);
+inline constexpr bool with_error_texts = true;
 
-// Runs the action and returns what it warned of, a line each without the program's name and (unless
-// asked for) the error's text, and then, as a line "threw ...", the int or "out of range" that it
-// threw.
-std::string outcome_of(const std::function<void()>& action, bool error_texts = false);
-
-// Runs a shell command in which PROGRAM is the real executable, and returns what it warned of. It
-// has to end with status 0.
-std::string start(std::string command = "PROGRAM argument");
+// Runs a shell command in which $PROGRAM is the real executable; it has to end with status 0.
+// Returns the outcome: what it warned of, as above, and then what it changed, in the lines that
+// `tools/disk show` prints. The outcome of a start that prints and changes nothing is empty.
+std::string start(const std::string& command = "$PROGRAM argument");

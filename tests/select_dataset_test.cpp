@@ -2,102 +2,87 @@
 
 #include "file_tree.h"
 
-const std::string updates = "-> /var/db/timezone/tz/";
-const std::string system_tree = "-> /usr/share/zoneinfo.default";
-
-// A disk with system partition 2024a.1.0 and updates older, equal and newer; 2024d has another ICU
-// schema. The links name an update, or "system", or there is "nothing".
-void disk_with(const std::string& current, const std::string& latest)
-{
-    settle();
-    for (const std::string version : {"2023z", "2024a.1.0", "2024b", "2024c", "2024e"})
-        update(version);
-    update("2024d", "icutz44b.dat");
-    put("TZVersionDiffRecord", "before");
-    put("needs_cleanup", "of an earlier start");
-    put("/var/db/icu", "-> /no");
-    if (current != "system") {
-        put("zoneinfo", current == "nothing" ? current : updates + current + "/zoneinfo");
-        put("icutz", updates + current + "/icutz");
-    }
-    put("tz_latest", latest == "nothing" ? latest : updates + latest);
-}
+#include <filesystem>
 
 TEST(select_dataset, decides_by_schema_and_version)
 {
+    // Printed.
+    const std::string bad_path = "kelvo_dataset::create_components: bad path ~/tz/\n";
+    const std::string started_over = "Invalid current symlinks; resetting to system partition\n";
+    const std::string no_link = "Bad zoneinfo link \n" + started_over;
+    const std::string zoneinfo_unread = "read_symlink: ~/zoneinfo\n" + started_over;
+    const std::string latest_unread = "read_symlink: ~/tz_latest\n"; // before the zoneinfo link
     const std::string given_up = "Symlink points at data incompatible with installed system\n";
-    const std::string reset = "Bad zoneinfo link \nInvalid current symlinks; resetting to system "
-                              "partition\n";
+    const std::string refused = "New update not compatible or older version: ";
     const std::string lost = "Unable to locate data; resetting to system partition\n";
-    const std::string bad_path =
-        "kelvo_dataset::create_components: bad path /var/db/timezone/tz/\n";
-    const auto refused = [](const std::string& versions) {
-        return "New update not compatible or older version: " + versions + "\n";
+    const std::string untouched = "Cannot touch file ~/needs_cleanup\n";
+    const std::string zoneinfo_stuck =
+        "remove: could not remove ~/zoneinfo\nUnlink of zoneinfo softlink failed\n"
+        "create_symlink: from ~/zoneinfo to /usr/share/zoneinfo.default\n";
+    const std::string icutz_stuck =
+        "remove: could not remove ~/icutz\nunlink of ICU softlink failed\n";
+    const std::string icutz_blocked = "create_symlink: from ~/icutz to ~/tz/2024c/icutz\n";
+    // Changed.
+    const std::string unchanged, zoneinfo_reset = "zoneinfo -> /usr/share/zoneinfo.default\n";
+    const std::string reset = zoneinfo_reset + "icutz nothing\n";
+    const std::string marked = "needs_cleanup file \n", older_gone = "/var/db/icutz nothing\n";
+    const auto published = [](const std::string& update) {
+        return "zoneinfo -> ~/tz/" + update + "/zoneinfo\nicutz -> ~/tz/" + update + "/icutz\n";
     };
-    // In use, latest; printed; published, marker, record.
-    const std::string cases[][6] = {
-        {"system", "nothing", "", "system", "nothing", "before"},
-        {"2024a.1.0", "nothing", "", "2024a.1.0", "nothing", "before"},
-        {"system", "2024b", "", "2024b", "nothing", "2024a.1.0_2024b"},
-        {"2024b", "2024c", "", "2024c", "", "2024b_2024c"},
-        {"2024b", "2024b", refused("2024b vs. 2024b"), "2024b", "nothing", "before"},
-        {"2024b", "2024d", refused("2024d vs. 2024b"), "2024b", "nothing", "before"},
-        {"2023z", "nothing", given_up, "system", "", "before"},
-        {"2023z", "2024b", given_up, "2024b", "", "2024a.1.0_2024b"},
-        {"2024d", "2024e", given_up, "2024e", "", "2024a.1.0_2024e"},
-        {"2023z", "2023z", given_up + refused("2023z vs. 2023z"), "system", "", "before"},
-        // The latest is measured against the dataset that was given up, not the one in use.
-        {"2024d", "2024b", given_up + refused("2024b vs. 2024d"), "system", "", "before"},
-        {"2023z", "2024a.1.0", given_up, "2024a.1.0", "", "2024a.1.0_2024a.1.0"},
-        {"nothing", "2024b", reset, "2024b", "nothing", "2024a.1.0_2024b"},
-        {"nothing", "2023z", reset + refused("2023z vs. 2024a.1.0"), "system", "nothing", "before"},
-        {"2024b", "", bad_path + lost, "system", "nothing", "before"},
-        {"2024b", "2147483648a", lost, "system", "nothing", "before"},
+    const auto recorded = [](const std::string& old_and_new) {
+        return "TZVersionDiffRecord file " + old_and_new + "\n";
     };
-    for (const auto& [current, latest, printed, published, marker, record] : cases) {
-        SCOPED_TRACE(current + " in use, " + latest + " the latest");
-        disk_with(current, latest);
-        EXPECT_EQ(start(), printed);
-        const std::string update = updates + published;
-        EXPECT_EQ(at("zoneinfo"), published == "system" ? system_tree : update + "/zoneinfo");
-        EXPECT_EQ(at("icutz"), published == "system" ? "nothing" : update + "/icutz");
-        EXPECT_EQ(at("/var/db/icu"), "nothing");
-        EXPECT_EQ(at("needs_cleanup"), marker);
-        EXPECT_EQ(at("TZVersionDiffRecord"), record);
+
+    const struct {
+        std::string in_use, latest, outcome, directory_at = nothing;
+    } cases[] = {
+        {"system", nothing, unchanged},
+        {"2024a.1.0", nothing, unchanged},
+        {"system", "2024b", published("2024b") + recorded("2024a.1.0_2024b")},
+        {"2024b", "2024c", published("2024c") + marked + recorded("2024b_2024c")},
+        {"2024b", "2024b", refused + "2024b vs. 2024b\n"},
+        {"2024b", "2024d", refused + "2024d vs. 2024b\n"},
+        {"2023z", nothing, given_up + reset + marked},
+        {"2023z", "2024b", given_up + published("2024b") + marked + recorded("2024a.1.0_2024b")},
+        {"2024d", "2024e", given_up + published("2024e") + marked + recorded("2024a.1.0_2024e")},
+        // The latest is compared with the dataset that was given up, not with the one in use.
+        {"2024d", "2024b", given_up + refused + "2024b vs. 2024d\n" + reset + marked},
+        {"2023z", "2024a", given_up + published("2024a") + marked + recorded("2024a.1.0_2024a")},
+        {nothing, "2024b", no_link + published("2024b") + recorded("2024a.1.0_2024b")},
+        {nothing, "2023z", no_link + refused + "2023z vs. 2024a.1.0\n" + zoneinfo_reset},
+        {"2024b", "", bad_path + lost + reset},
+        {"2024b", "2147483648a", lost + reset},
+        // With a directory in the way, and a dangling older ICU link.
+        {"2024b", "2024c", published("2024c") + marked + older_gone, "TZVersionDiffRecord"},
+        {"2024b", "2024c", untouched + published("2024c") + recorded("2024b_2024c") + older_gone,
+         "needs_cleanup"},
+        {"2024b", "2024c", icutz_stuck + icutz_blocked + lost + icutz_stuck + zoneinfo_reset,
+         "icutz"},
+        {"2023z", nothing, given_up + icutz_stuck + zoneinfo_reset + marked, "icutz"},
+        {"2024b", nothing, zoneinfo_unread + zoneinfo_stuck + lost + zoneinfo_stuck, "zoneinfo"},
+        {nothing, "2024c", latest_unread + lost + zoneinfo_reset + older_gone, "tz_latest"},
+    };
+    for (const auto& [in_use, latest, outcome, directory_at] : cases) {
+        fresh_disk(in_use, latest);
+        if (directory_at != nothing) {
+            put(directory_at, directory);
+            put("/var/db/icutz", "-> /var/no");
+        }
+        EXPECT_EQ(start(), outcome) << in_use << " in use, " << latest << ", " << directory_at;
     }
 }
 
-TEST(select_dataset, goes_on_when_something_is_in_the_way)
+TEST(select_dataset, creates_the_marker_or_leaves_it_as_it_is)
 {
-    const auto start_with_directory_at = [](const std::string& name) {
-        disk_with("2024b", "2024c");
-        put(name, "directory");
-        put("/var/db/icutz", "-> /no");
-        return start();
-    };
-    const std::string lost = "Unable to locate data; resetting to system partition\n";
-    const std::string icu = "remove: could not remove /var/db/timezone/icutz\n"
-                            "unlink of ICU softlink failed\n";
-    const std::string zoneinfo =
-        "remove: could not remove /var/db/timezone/zoneinfo\nUnlink of zoneinfo softlink failed\n"
-        "create_symlink: from /var/db/timezone/zoneinfo to /usr/share/zoneinfo.default\n";
+    const std::filesystem::path marker = "/var/db/timezone/needs_cleanup";
+    fresh_disk();
+    umask(026);
+    quorrel::touch_needs_cleanup();
+    EXPECT_EQ(status(marker).permissions(), std::filesystem::perms(0640));
 
-    EXPECT_EQ(start_with_directory_at("TZVersionDiffRecord"), "");
-    EXPECT_EQ(at("/var/db/icutz"), "nothing");
-    start_with_directory_at("needs_cleanup");
-    EXPECT_EQ(at("TZVersionDiffRecord"), "2024b_2024c");
-    EXPECT_EQ(outcome_of(quorrel::touch_needs_cleanup, true),
-              "Cannot touch file /var/db/timezone/needs_cleanup: Is a directory\n");
-
-    const std::string printed = start_with_directory_at("icutz");
-    EXPECT_TRUE(printed.starts_with(icu + "create_symlink: ") && printed.ends_with(lost + icu));
-    EXPECT_EQ(at("zoneinfo"), system_tree);
-    EXPECT_EQ(at("/var/db/icutz"), "-> /no") << "the first failure ends the removals";
-    EXPECT_EQ(at("needs_cleanup"), "nothing") << "it comes after the links";
-
-    EXPECT_TRUE(start_with_directory_at("zoneinfo").ends_with(zoneinfo + lost + zoneinfo));
-    EXPECT_EQ(at("icutz"), "-> /var/db/timezone/tz/2024b/icutz") << "it comes second";
-    disk_with("nothing", "nothing");
-    put("tz_latest", "directory");
-    EXPECT_EQ(start(), "read_symlink: /var/db/timezone/tz_latest\n" + lost) << "it is read first";
+    put("needs_cleanup", "content");
+    last_write_time(marker, {});
+    quorrel::touch_needs_cleanup();
+    EXPECT_EQ(file_size(marker), 7) << "it was emptied";
+    EXPECT_TRUE(last_write_time(marker) == std::filesystem::file_time_type()) << "re-stamped";
 }

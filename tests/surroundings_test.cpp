@@ -1,64 +1,59 @@
 #include "file_tree.h"
 
-// Runs a start that has to migrate an older link in vain, to reset the zoneinfo link, to activate
-// an update, and to correct the localtime link, in this order.
+// Runs a start that has to activate an update, to correct the localtime link, and to delete what
+// earlier starts left.
 std::string eventful_start(const std::string& command, const std::string& release = "2024a")
 {
-    settle();
-    update("2024b");
+    fresh_disk("2024b", "2024c");
+    put("needs_cleanup", "of an earlier start");
+    put("/var/db/icu", "-> /var/no");
     put("/usr/share/zoneinfo.default/+VERSION", release);
-    put("/var/db/icutz", "directory");
-    put("tz_latest", "-> /var/db/timezone/tz/2024b");
-    put("zoneinfo", "-> /no");
     put("localtime", "-> /usr/share/zoneinfo/Zone");
-    const std::string printed = start(command);
-    EXPECT_EQ(at("localtime"), "-> /var/db/timezone/zoneinfo/Zone") << command;
-    return printed + at("zoneinfo");
+    return start(command);
 }
+
+const std::string corrected = "localtime -> ~/zoneinfo/Zone\n/var/db/icu nothing\n";
+
+const std::string activated = "zoneinfo -> ~/tz/2024c/zoneinfo\nicutz -> ~/tz/2024c/icutz\n"
+                              "needs_cleanup file \nTZVersionDiffRecord file 2024b_2024c\n" +
+                              corrected;
 
 TEST(surroundings, broken_do_not_stop_a_start)
 {
-    const std::string outcome = eventful_start("PROGRAM");
-    EXPECT_LT(outcome.find("Could not migrate"), outcome.find("Bad zoneinfo link"));
     for (const std::string command :
-         {"PROGRAM 2>/dev/full", "PROGRAM <&- >&- 2>&-", "ulimit -f 0; PROGRAM 2>&-",
-          "umask 777; PROGRAM",
-          "{ sleep 0.1; PROGRAM; echo $? >/var/status; } 2>&1 | true; exit $(cat /var/status)"})
-        EXPECT_TRUE(eventful_start(command).ends_with("/tz/2024b/zoneinfo")) << command;
+         {"$PROGRAM 2>/dev/full", "$PROGRAM <&- >&- 2>&-", "$PROGRAM 2>&-",
+          "umask 777; $PROGRAM 2>/dev/null",
+          // A pipe whose only reader is gone.
+          "mkfifo /var/pipe; exec 3<>/var/pipe 4>/var/pipe 3<&-; $PROGRAM 2>&4"})
+        EXPECT_EQ(eventful_start(command), activated) << command;
+    const std::string outcome = eventful_start("ulimit -f 0; $PROGRAM 2>/var/file");
+    EXPECT_TRUE(outcome.ends_with("TZVersionDiffRecord file \n" + corrected)) << outcome;
 }
 
 TEST(surroundings, a_release_of_any_length_is_read_on_a_small_stack)
 {
     const std::string zeros(1 << 20, '0');
     for (const std::string& release : {zeros + "2024a", "2024a" + zeros}) {
-        const std::string outcome = eventful_start("ulimit -s 256; PROGRAM", release);
-        EXPECT_EQ(outcome.find("Cannot parse") == std::string::npos, release.ends_with("2024a"));
+        const std::string outcome = eventful_start("ulimit -s 256; $PROGRAM", release);
+        EXPECT_EQ(outcome.starts_with("Cannot parse"), release.starts_with("2")) << release[0];
+        EXPECT_TRUE(outcome.ends_with("\n" + activated)) << release[0];
     }
 }
 
-TEST(surroundings, an_abort_fails_the_dataset_phase_alone)
+TEST(surroundings, a_lost_dataset_phase_does_not_stop_a_start)
 {
-    const std::string printed = "Unable to locate data; resetting to system partition\n"
-                                "Correcting localtime link to /var/db/timezone/zoneinfo/Zone\n";
     // A named pipe in place of +VERSION holds the phase, or its fallback, until a signal comes.
-    const std::string abort_once = "{ PROGRAM & exec 3>+VERSION; mv text +VERSION; kill -ABRT $!; ";
-    const std::string abort_twice = "{ PROGRAM & exec 3>+VERSION; mv pipe +VERSION; kill -ABRT $!; "
-                                    "exec 4>+VERSION; kill -ABRT $!; ";
-    for (const std::string& held : {abort_once, abort_twice}) {
-        settle();
-        update("2024b");
-        update("2024c");
-        put("zoneinfo", "-> /var/db/timezone/tz/2024b/zoneinfo");
-        put("icutz", "-> /var/db/timezone/tz/2024b/icutz");
-        put("tz_latest", "-> /var/db/timezone/tz/2024c");
-        put("localtime", "-> /usr/share/zoneinfo/Zone");
-        EXPECT_EQ(start("cd /usr/share/zoneinfo.default; mv +VERSION text; mkfifo +VERSION pipe; " +
-                        held + "wait $!; }"),
-                  printed);
-        const bool reset = held == abort_once;
-        EXPECT_EQ(at("zoneinfo"), reset ? "-> /usr/share/zoneinfo.default"
-                                        : "-> /var/db/timezone/tz/2024b/zoneinfo");
-        EXPECT_EQ(at("icutz"), reset ? "nothing" : "-> /var/db/timezone/tz/2024b/icutz");
-        EXPECT_EQ(at("localtime"), "-> /var/db/timezone/zoneinfo/Zone");
-    }
+    const std::string hold = "cd /usr/share/zoneinfo.default; mv +VERSION text; "
+                             "mkfifo +VERSION pipe; $PROGRAM & exec 3>+VERSION; ";
+    const std::string abort_once = "mv text +VERSION; kill -ABRT $!; wait $!";
+    const std::string abort_twice =
+        "mv pipe +VERSION; kill -ABRT $!; exec 4>+VERSION; kill -ABRT $!; wait $!";
+    const std::string printed = "Unable to locate data; resetting to system partition\n"
+                                "Correcting localtime link to ~/zoneinfo/Zone\n";
+    const std::string reset = "zoneinfo -> /usr/share/zoneinfo.default\nicutz nothing\n";
+    const std::string deleted = "needs_cleanup nothing\n" + corrected;
+    EXPECT_EQ(eventful_start(hold + abort_once), printed + reset + deleted);
+    EXPECT_EQ(eventful_start(hold + abort_twice), printed + deleted);
+    // With this release the system partition cannot be published either.
+    EXPECT_EQ(eventful_start("$PROGRAM", "2147483648a"), printed + deleted);
 }
