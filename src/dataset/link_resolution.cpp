@@ -25,14 +25,13 @@ std::string dataset_path_from_link(const std::string& target)
     constexpr int no_dataset = -1;
     constexpr std::string_view updates = paths::update_directory;
 
-    if (target.starts_with(updates)) {
-        // The dataset is the directory that holds the tree, if that lies below `updates` still.
-        const std::string::size_type last_slash = target.rfind('/');
-        if (last_slash > updates.size())
-            return target.substr(0, last_slash);
-    } else if (target == paths::system_zoneinfo) {
+    if (target == paths::system_zoneinfo)
         return {};
-    }
+    // An update's dataset is the directory that holds the tree, if that is still below `updates`.
+    const std::string::size_type last_slash = target.rfind('/');
+    if (target.starts_with(updates) && last_slash > updates.size())
+        return target.substr(0, last_slash);
+
     warn("Bad zoneinfo link %s", target.c_str());
     throw no_dataset;
 }

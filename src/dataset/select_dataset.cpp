@@ -15,14 +15,14 @@ namespace quorrel
 namespace
 {
 
-// The path of the dataset in use. If the link does not tell, that is the system partition, and is
-// made so.
+// Returns the path of the dataset in use. If the link names none, publishes the system partition
+// and returns its empty path.
 std::string current_path_or_reset()
 {
     try {
         return current_dataset_path();
     } catch (...) {
-        // Missing, unreadable or naming no dataset: without a link that can be trusted, start over.
+        // Without a link that can be trusted, start over.
         warn("Invalid current symlinks; resetting to system partition");
         kelvo_dataset::reset_to_system_partition();
         return {};
@@ -46,20 +46,20 @@ void decide()
     const std::string latest_path = latest_update_path();
     const kelvo_dataset current(current_path_or_reset());
 
-    const kelvo_dataset* in_use = &current;
-    if (!current.compatible(system) || system > current) {
+    const bool keep = current.compatible(system) && !(system > current);
+    const kelvo_dataset& in_use = keep ? current : system;
+    if (!keep) {
         warn("Symlink points at data incompatible with installed system");
         kelvo_dataset::reset_to_system_partition();
         touch_needs_cleanup();
-        in_use = &system;
     }
 
     if (latest_path.empty())
         return;
     const kelvo_dataset latest(latest_path);
-    // Newer than the dataset that the link named, even if that was given up above.
+    // Compared with the dataset that the link named, even if that was given up above.
     if (latest.compatible(system) && latest > current)
-        activate(latest, *in_use, system);
+        activate(latest, in_use, system);
     else
         warn("New update not compatible or older version: %s vs. %s",
              latest.version_string().c_str(), current.version_string().c_str());
