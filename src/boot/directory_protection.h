@@ -3,9 +3,9 @@
 namespace quorrel
 {
 
-// Gives /var/db/timezone/ and /var/db/timezone/tz/ the protection class without data protection, so
-// that both can be read and written at all times. Rests on fcntl(2); where a directory is missing
-// or the system has no protection classes, it stays as it is. Prints and throws nothing.
+// Puts /var/db/timezone/ and /var/db/timezone/tz/ in the protection class that leaves them readable
+// and writable at all times, with open(2) and fcntl(2). Does nothing for a missing directory or on
+// a system without protection classes. Warns and throws nothing.
 void protect_data_directories() noexcept;
 
 } // namespace quorrel

@@ -3,13 +3,12 @@
 namespace quorrel
 {
 
-// Carries the ICU link of the older layout, /var/db/icutz, over to /var/db/timezone/icutz, unless a
-// link there leads somewhere already, and removes the older one, whether it was carried over or
-// not. A dangling older link counts as none and stays. A dangling link at the new place is not
-// replaced: carrying over fails then.
+// Migrates the ICU link of the older layout: copies /var/db/icutz to /var/db/timezone/icutz, unless
+// that already resolves to something, and removes /var/db/icutz, whether it was copied or not. A
+// dangling /var/db/icutz is treated as missing and left in place. A dangling /var/db/timezone/icutz
+// is not replaced, so the migration fails.
 //
-// Prints "Could not migrate /var/db/icutz to /var/db/timezone/icutz" and "Could not remove
-// /var/db/icutz", each after the warning of the operation that failed. Throws nothing.
+// Warns if the migration or the removal fails. Throws nothing.
 void migrate_legacy_icu_link() noexcept;
 
 } // namespace quorrel

@@ -16,11 +16,11 @@ namespace
 
 constexpr char default_zone[] = "America/Los_Angeles";
 
-// Both functions below make every string that they need before they delete the link, lest there be
-// no memory to create it anew.
+// Both functions build their strings before deleting the link: running out of memory in between
+// would leave none.
 
-// Returns whether the link points into the published zoneinfo tree, corrected if it had to be.
-// Throws what reading or creating the link throws.
+// Returns whether the link points into the published zoneinfo tree, after correcting it if
+// necessary. Throws what reading or creating the link throws.
 bool keep_or_correct()
 {
     const std::string link = paths::localtime_link;
@@ -57,12 +57,12 @@ void repair_localtime_link() noexcept
         if (keep_or_correct())
             return;
     } catch (...) {
-        // Whatever stands in the way of the link, the answer is the same: reset it.
+        // Whatever went wrong, reset the link.
     }
     try {
         reset();
     } catch (...) {
-        // The last resort has failed, and has said so itself. The start must go on.
+        // Without a link, too, the start must go on. create_symlink has already warned.
     }
 }
 

@@ -4,12 +4,11 @@ namespace quorrel
 {
 
 // Makes sure that the localtime link points into the published zoneinfo tree. A link that does is
-// left alone, whether its zone exists or not; one into the tree's older place is corrected;
-// anything else is replaced by a link to America/Los_Angeles.
+// left alone, even if its zone does not exist. A link into the tree's older place is corrected if
+// the corrected target exists. Anything else is replaced by a link to America/Los_Angeles.
 //
-// Comes last in a start, since a corrected target is looked up through the published zoneinfo link.
-// Prints "Correcting localtime link to TARGET" and "localtime link invalid; resetting to ZONE", and
-// what reading and creating the link print. Throws nothing, also when the link cannot be created.
+// Has to run after select_dataset: a corrected target is looked up through the zoneinfo link. Warns
+// before it corrects or resets the link. Throws nothing, even if the link cannot be created.
 void repair_localtime_link() noexcept;
 
 } // namespace quorrel

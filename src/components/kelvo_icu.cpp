@@ -22,14 +22,14 @@ struct close_walk {
     void operator()(FTS* walk) const { fts_close(walk); }
 };
 
-// Whether the entry lies directly in the walk's root and is a file that everybody may read.
+// Returns whether the entry is a regular file directly in the walk's root that others may read.
 bool is_public_file(const FTSENT& entry)
 {
     return entry.fts_errno == 0 && entry.fts_level == 1 && entry.fts_namelen > 0 &&
            entry.fts_info == FTS_F && (entry.fts_statp->st_mode & S_IROTH) != 0;
 }
 
-// The schema that the first ICU data file in the directory has in its name; empty without one.
+// Returns the schema in the name of the directory's first ICU data file, or nothing without one.
 std::string find_schema(std::string directory)
 {
     const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
@@ -89,7 +89,7 @@ void kelvo_icu::publish_link() const
         fs::remove(link);
         fs::remove(paths::older_icu_link);
     } catch (...) {
-        // If an old link is in the way, creating the new one fails, and that failure counts.
+        // If an old link is in the way, creating the new one fails, and that is what counts.
         warn("unlink of ICU softlink failed");
     }
     if (!dataset_path.empty())

@@ -10,32 +10,29 @@ class kelvo_icu final : public kelvo_dataset_component
 {
 public:
     // Finds the data of an update, or of the system partition if the path is empty, and its schema.
-    // Prints and throws as `initialize` does.
+    // Warns and throws as `initialize` does.
     explicit kelvo_icu(const std::string& path = {});
 
-    // True when `other` is ICU data of the very same schema; two unknown schemas are the same.
-    // Prints "kelvo_icu::compatible_schema: could not dynamic_cast other component" if it is
-    // another kind of component.
+    // Returns whether `other` is ICU data of exactly the same schema; two unknown schemas are the
+    // same. Warns if it is another kind of component.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
-    // Removes /var/db/icutz, the link's older place, as well, if the first could be removed. The
-    // system partition has no ICU link: publishing it leaves neither. Prints "unlink of ICU
-    // softlink failed" as well, when an old link cannot be removed.
+    // Also removes the older link, /var/db/icutz, unless removing the first one failed. The system
+    // partition has no ICU link: publishing it only removes both.
     void publish_link() const override;
 
 private:
-    // Fills `schema`: for the system partition from icutzformat.txt, for an update from the name of
-    // its data file. That is icutz, digits, one of l, b and e, and .dat: icutz44l.dat is schema
-    // 44l. It lies directly in the update's ICU directory, is a regular file and readable by
-    // others; the first in directory order counts.
+    // Fills `schema`: for the system partition from icutzformat.txt; for an update from the name of
+    // its data file, the first in directory order that others may read. That is a regular file
+    // directly in the ICU directory, named icutz, digits, one of the letters l, b and e, and .dat:
+    // icutz44l.dat has schema 44l.
     //
-    // An update without such a file prints "No ICU schema found for PATH". Should fts_open(3) fail,
-    // prints "tz_icu::initialize: fts_open of DIRECTORY failed, ERROR" and throws the error number
-    // as an int.
+    // Walks the directory with fts_open(3). Warns if an update has no such file. If the walk cannot
+    // begin, warns and throws the error number as an int.
     void initialize();
 
-    // The data's format, "44l": a number, and a letter for byte order and character family.
-    // Compared as text; empty when unknown.
+    // The data's format, for example "44l": a number, and a letter for byte order and character
+    // family. Compared as text; empty if unknown.
     std::string schema;
     std::string icu_dir;
 };

@@ -27,7 +27,7 @@ void kelvo_zoneinfo::publish_link() const
     try {
         fs::remove(link);
     } catch (...) {
-        // If the old link is in the way, creating the new one fails, and that failure counts.
+        // If the old link is in the way, creating the new one fails, and that is what counts.
         warn("Unlink of zoneinfo softlink failed");
     }
     fs::create_symlink(zoneinfo_dir, link);

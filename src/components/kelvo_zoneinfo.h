@@ -10,17 +10,16 @@ class kelvo_zoneinfo final : public kelvo_dataset_component
 {
 public:
     // Finds the tree of an update, or of the system partition if the path is empty, and reads its
-    // release. Prints nothing.
+    // release. Warns of nothing; throws std::bad_alloc.
     explicit kelvo_zoneinfo(const std::string& path = {});
 
-    // The tz release that the tree's +VERSION file names, for example "2024a"; empty when the file
-    // is missing or names none.
+    // Returns the tz release that the tree's +VERSION file names, for example "2024a", or nothing
+    // if the file is missing or blank.
     [[nodiscard]] std::string release() const { return release_; }
 
-    // Every zoneinfo tree may be used with every other: always true.
+    // Returns true: every zoneinfo tree may be used with every other.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
-    // Prints "Unlink of zoneinfo softlink failed" as well, when the old link cannot be removed.
     void publish_link() const override;
 
 private:

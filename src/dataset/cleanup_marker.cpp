@@ -14,8 +14,8 @@ namespace quorrel
 namespace
 {
 
-// Returns the error number of the first call that failed, or 0. Nothing is printed while the marker
-// is open: at a start without standard error it may have become descriptor 2.
+// Returns the error number of the first call that failed, or 0. Warning has to wait until the
+// marker is closed: in a start without standard error it may have become descriptor 2.
 int create_marker() noexcept
 {
     constexpr mode_t mode = 0666;

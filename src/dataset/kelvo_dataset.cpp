@@ -20,7 +20,7 @@ kelvo_dataset::kelvo_dataset(const std::string& directory) : path(directory)
 
 void kelvo_dataset::create_components()
 {
-    // A release on the system partition, say 2024a, counts as its first dataset, 2024a.1.0.
+    // The system partition's release, for example 2024a, is treated as version 2024a.1.0.
     constexpr char system_suffix[] = ".1.0";
     constexpr std::string_view updates = paths::update_directory;
 

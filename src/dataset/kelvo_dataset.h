@@ -10,40 +10,39 @@
 namespace quorrel
 {
 
-// A set of time-zone data that the system could use: the system partition's, or that of one update
-// installed below /var/db/timezone/tz/.
+// A set of time-zone data that the system could use: the system partition's, or that of an update
+// installed in /var/db/timezone/tz/.
 class kelvo_dataset
 {
 public:
-    // The dataset in the given directory: "/var/db/timezone/tz/" and an update's version string, or
-    // the empty path, which stands for the system partition.
+    // Builds the dataset in a directory: "/var/db/timezone/tz/" followed by an update's version
+    // string, or the empty path, which stands for the system partition.
     //
-    // Any other path prints "kelvo_dataset::create_components: bad path PATH" and throws
-    // std::invalid_argument("badpath"). Otherwise prints and throws as tz_version::parse does, and
-    // then as kelvo_icu does. A name that is no version string leaves the version unset.
+    // Warns of any other path and throws std::invalid_argument("badpath"). Otherwise warns and
+    // throws as tz_version::parse does, and then as kelvo_icu does. A name that is no version
+    // string leaves the version unset.
     explicit kelvo_dataset(const std::string& directory = {});
 
     kelvo_dataset(const kelvo_dataset&) = delete;
     kelvo_dataset& operator=(const kelvo_dataset&) = delete;
 
-    // Publishes a freshly built system partition dataset. Prints and throws as building and
-    // publishing one do.
+    // Publishes a newly built system partition dataset. Warns and throws as building and publishing
+    // it do.
     static void reset_to_system_partition();
 
-    // Tells whether this dataset's components may be used with those of `other`, each with the one
-    // in the same place.
+    // Returns whether this dataset may be used with `other`, component by component.
     [[nodiscard]] bool compatible(const kelvo_dataset& other) const;
 
-    // The version as text, "2024b.1.0": the name of an update's directory, or the system
-    // partition's release and ".1.0".
+    // Returns the version as text, for example "2024b.1.0": the name of an update's directory, or
+    // the system partition's release followed by ".1.0".
     [[nodiscard]] std::string version_string() const { return version_string_; }
 
-    // Publishes the components' links in their order. Prints and throws as the components do; the
-    // first that throws ends it, and links published before stay.
+    // Publishes the components' links in order. Warns and throws as the components do. The first
+    // throw ends it; links already published stay.
     void publish_links() const;
 
-    // Equal datasets are the same directory, greater ones are newer. So two datasets of the same
-    // version are neither equal nor greater.
+    // Datasets are equal if they are in the same directory, and greater if they are newer. Two
+    // datasets of the same version are neither.
     friend bool operator==(const kelvo_dataset& left, const kelvo_dataset& right)
     {
         return left.path == right.path;

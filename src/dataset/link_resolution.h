@@ -2,22 +2,22 @@
 
 #include <string>
 
-// Which datasets the links below /var/db/timezone/ name. Nothing here looks at what a link's target
-// holds, or whether it exists. Besides what is named here, only std::bad_alloc is thrown.
+// Which datasets the links in /var/db/timezone/ name. Only a link's own text is read, never what it
+// points at. Anything here may also throw std::bad_alloc.
 namespace quorrel
 {
 
-// Returns the target of tz_latest, the link to the newest installed update, unchanged and untested;
-// empty when no update is installed. Prints and throws as fs::read_symlink does.
+// Returns the target of tz_latest, the link to the newest installed update, unchanged and
+// unchecked, or nothing if there is no link. Warns and throws as fs::read_symlink does.
 [[nodiscard]] std::string latest_update_path();
 
-// Returns the path of the dataset in use: what dataset_path_from_link makes of the published
-// zoneinfo link. Prints and throws as that and fs::read_symlink do.
+// Returns the path of the dataset in use: dataset_path_from_link of the zoneinfo link's target.
+// Warns and throws as that function and fs::read_symlink do.
 [[nodiscard]] std::string current_dataset_path();
 
-// Turns the target of a published zoneinfo link, a zoneinfo tree, into the path of the dataset that
-// the tree belongs to: an update's directory, or the empty string for the system partition. Any
-// other target prints "Bad zoneinfo link TARGET" and throws the int -1, which is no error number.
+// Returns the dataset path to which a zoneinfo tree, the target of a zoneinfo link, belongs: the
+// directory that holds an update's tree, or the empty path for the system partition's. Warns of any
+// other target and throws the int -1, which is not an error number.
 [[nodiscard]] std::string dataset_path_from_link(const std::string& target);
 
 } // namespace quorrel

@@ -9,7 +9,7 @@
 namespace quorrel::fs
 {
 
-// In all of these the error number is saved before warn, which may change it.
+// The error number is saved first, because warn may change it.
 
 void remove(const std::string& path)
 {

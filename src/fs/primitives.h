@@ -2,32 +2,30 @@
 
 #include <string>
 
-// Four operations on directory entries. They keep no state and never retry. A failure that one of
-// them does not tolerate is warned of once and then thrown, as an int that holds the error number;
-// what it means is for the caller to say.
+// Four operations on directory entries, which keep no state and never retry. A failure that an
+// operation does not tolerate is warned of once and then thrown, as an int that holds the error
+// number. What it means is up to the caller.
+//
+// These are not std::filesystem's functions of the same names.
 namespace quorrel::fs
 {
 
-// Removes a directory entry that is not a directory, with unlink(2). An entry that is not there is
-// no failure. Any other failure prints "remove: could not remove PATH" and throws the error number.
+// Removes a directory entry other than a directory, with unlink(2). Tolerates that it is missing.
 //
-// Where nobody is to hear of a failure, and an empty directory is to go as well, the callers use
-// ::remove, the system's own.
+// Callers that want failures ignored, or empty directories removed too, use ::remove.
 void remove(const std::string& path);
 
-// Tells whether access(2) finds the path, following symbolic links: a dangling link does not exist.
-// Every failure means no. Prints and throws nothing.
+// Returns whether access(2) finds the path. It follows symbolic links, so a dangling link does not
+// exist. Every failure means no; warns and throws nothing.
 [[nodiscard]] bool exists(const std::string& path) noexcept;
 
-// Returns a symbolic link's target as it is stored, unresolved, from readlink(2): its first 1,024
-// bytes if it is longer. A link that is not there yields the empty string. Any other failure (the
-// entry is no symbolic link, for one) prints "read_symlink: PATH" and throws the error number.
-// Throws std::bad_alloc as well.
+// Returns the target of a symbolic link as it is stored, from readlink(2), cut after 1,024 bytes.
+// Tolerates that the link is missing: the target is then empty. An entry that is not a symbolic
+// link is a failure. May also throw std::bad_alloc.
 [[nodiscard]] std::string read_symlink(const std::string& path);
 
-// Makes the new entry `link` a symbolic link to `target`, with symlink(2). The target need not
-// exist; an entry already at `link` is a failure. A failure prints "create_symlink: from LINK to
-// TARGET" and throws the error number.
+// Creates the symbolic link `link` to `target`, which need not exist, with symlink(2). An entry
+// that is already at `link` is a failure.
 void create_symlink(const std::string& target, const std::string& link);
 
 } // namespace quorrel::fs

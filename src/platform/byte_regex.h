@@ -4,13 +4,13 @@
 #include <string>
 
 // Regular expressions over byte strings of any length: nothing limits the word in a +VERSION file,
-// and the stack of a start may be small.
+// and the stack may be small.
 namespace quorrel
 {
 
 // Bytes have no locale: they are matched by value, in ranges such as [0-9], and belong to no
-// character class and no collation order. Asking the locale about each of the 256 for every bracket
-// would make building two short expressions the greater part of a start.
+// character class or collation order. Asking the locale about each of the 256 bytes for every
+// bracket would make building two short expressions the greater part of a start.
 struct byte_traits : std::regex_traits<char> {
     static bool isctype(char /*byte*/, char_class_type /*mask*/) { return false; }
 
@@ -27,8 +27,9 @@ using byte_regex = std::basic_regex<char, byte_traits>;
 [[nodiscard]] inline byte_regex make_byte_regex(const char* pattern)
 {
 #ifdef __GLIBCXX__
-    // This library's default executor calls itself for every byte of the text and runs out of stack
-    // at some ten thousand. Its other one, which it calls polynomial, does not, and finds the same.
+    // This library's default executor recurses for every byte of the text and runs out of stack
+    // after about ten thousand. Its other one, called polynomial, does not, and gives the same
+    // results.
     return byte_regex(pattern,
                       std::regex_constants::ECMAScript | std::regex_constants::__polynomial);
 #else

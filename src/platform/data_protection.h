@@ -3,12 +3,12 @@
 #include <fcntl.h>
 #include <sys/types.h>
 
-// Per-file data protection: on systems that have it, a file's class says when its content can be
-// read and written.
+// Per-file data protection: on systems that have it, a file's class determines when its content can
+// be read and written.
 namespace quorrel
 {
 
-// Class without protection: readable and writable at all times while the system runs.
+// The class without protection: readable and writable at all times while the system runs.
 inline constexpr int unprotected_class = 4;
 
 // The fcntl(2) command that sets the class of an open file or directory. Systems without protection
@@ -18,10 +18,10 @@ inline constexpr int set_protection_class_command = 64;
 } // namespace quorrel
 
 #ifndef HAVE_OPEN_DPROTECTED_NP
-// Opens or creates a file in a protection class, and returns its descriptor or -1 with errno set,
-// all as open(2) does: where there are no protection classes, every file already is what
-// unprotected_class asks for. Any other class is refused with EINVAL. There are no protection
-// flags.
+// Opens or creates a file in a protection class and returns its descriptor, or -1 with errno set,
+// as open(2) does. Where there are no protection classes, every file already is as
+// unprotected_class asks; any other class is refused with EINVAL, and the protection flags are
+// ignored.
 int open_dprotected_np(const char* path, int flags, int protection_class, int protection_flags,
                        mode_t mode);
 #endif
