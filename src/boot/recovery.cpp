@@ -4,13 +4,14 @@
 #include <signal.h>
 
 #include <cstdlib>
+#include <exception>
 
 namespace quorrel
 {
 namespace
 {
 
-// Where an abort leaves the step that is running; null while none is.
+// Where to go on when the running step aborts; null between steps.
 sigjmp_buf* volatile way_out = nullptr;
 
 // Skips the step's destructors, so what it holds leaks. That is more than a signal handler may do,
@@ -30,6 +31,12 @@ void survive_signals() noexcept
     action.sa_handler = leave_step;
     action.sa_flags = SA_NODEFER; // leave_step does not return, and a later step may abort too
     sigaction(SIGABRT, &action, nullptr);
+    sigset_t abort_only;
+    sigemptyset(&abort_only);
+    sigaddset(&abort_only, SIGABRT);
+    sigprocmask(SIG_UNBLOCK, &abort_only, nullptr);
+    std::set_terminate(std::abort);
+
     signal(SIGPIPE, SIG_IGN);
     signal(SIGXFSZ, SIG_IGN);
 }
