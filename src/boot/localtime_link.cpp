@@ -42,9 +42,9 @@ bool keep_or_correct()
 
 void reset()
 {
+    warn("localtime link invalid; resetting to %s", default_zone);
     const std::string link = paths::localtime_link;
     const std::string target = std::string(paths::zoneinfo_link) + "/" + default_zone;
-    warn("localtime link invalid; resetting to %s", default_zone);
     ::remove(link.c_str());
     fs::create_symlink(target, link);
 }
@@ -62,7 +62,7 @@ void repair_localtime_link() noexcept
     try {
         reset();
     } catch (...) {
-        // Without a link, too, the start must go on. create_symlink has already warned.
+        // The start must go on even without a link. create_symlink has already warned.
     }
 }
 
