@@ -24,7 +24,8 @@ void fresh_disk(const std::string& in_use = "system", const std::string& latest 
 std::string warnings_of(const std::function<void()>& action, bool full = false);
 inline constexpr bool with_error_texts = true;
 
-// Runs a shell command in which $PROGRAM is the real executable; it has to end with status 0.
+// Runs a shell command in which $PROGRAM is the real executable. The command has to end with
+// status 0.
 // Returns the outcome: what it warned of, as above, and then what it changed, in the lines that
 // `tools/disk show` prints. The outcome of a start that prints and changes nothing is empty.
 std::string start(const std::string& command = "$PROGRAM argument");

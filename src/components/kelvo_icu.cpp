@@ -8,6 +8,7 @@
 #include <err.h>
 #include <fts.h>
 #include <sys/stat.h>
+#include <sys/types.h>
 
 #include <cerrno>
 #include <cstring>
@@ -29,7 +30,7 @@ bool is_public_file(const FTSENT& entry)
            entry.fts_info == FTS_F && (entry.fts_statp->st_mode & S_IROTH) != 0;
 }
 
-// Returns the schema in the name of the directory's first ICU data file, or nothing without one.
+// Returns the schema in the name of the directory's first ICU data file, or an empty text.
 std::string find_schema(std::string directory)
 {
     const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");

@@ -41,8 +41,7 @@ public:
     // throw ends it; links already published stay.
     void publish_links() const;
 
-    // Datasets are equal if they are in the same directory, and greater if they are newer. Two
-    // datasets of the same version are neither.
+    // Datasets are equal if they are in the same directory, and greater if they are newer.
     friend bool operator==(const kelvo_dataset& left, const kelvo_dataset& right)
     {
         return left.path == right.path;

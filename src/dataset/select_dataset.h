@@ -12,8 +12,9 @@ namespace quorrel
 // use at the start, even if that one was given up. Activating it creates needs_cleanup if another
 // update was in use until then, and writes TZVersionDiffRecord.
 //
-// Throws nothing. Any other failure is answered by fall_back_to_system_partition, except that
-// needs_cleanup, TZVersionDiffRecord or the removal of an ICU link may fail without consequence.
+// Throws nothing. Three failures are passed over: creating needs_cleanup, writing
+// TZVersionDiffRecord, and removing an ICU link that is not replaced. Any other is answered by
+// fall_back_to_system_partition.
 void select_dataset() noexcept;
 
 // Warns that no dataset could be chosen, and publishes the system partition. If that fails too, the

@@ -15,8 +15,8 @@ namespace quorrel::fs
 // Callers that want failures ignored, or empty directories removed too, use ::remove.
 void remove(const std::string& path);
 
-// Returns whether access(2) finds the path. It follows symbolic links, so a dangling link does not
-// exist. Every failure means no; warns and throws nothing.
+// Returns whether access(2) finds the path. access follows symbolic links, so a dangling link does
+// not exist. Every failure means no; warns and throws nothing.
 [[nodiscard]] bool exists(const std::string& path) noexcept;
 
 // Returns the target of a symbolic link as it is stored, from readlink(2), cut after 1,024 bytes.

@@ -10,7 +10,7 @@ namespace quorrel
 
 // Bytes have no locale: they are matched by value, in ranges such as [0-9], and belong to no
 // character class or collation order. Asking the locale about each of the 256 bytes for every
-// bracket would make building two short expressions the greater part of a start.
+// bracket would take longer than all the rest of a start.
 struct byte_traits : std::regex_traits<char> {
     static bool isctype(char /*byte*/, char_class_type /*mask*/) { return false; }
 
@@ -27,8 +27,8 @@ using byte_regex = std::basic_regex<char, byte_traits>;
 [[nodiscard]] inline byte_regex make_byte_regex(const char* pattern)
 {
 #ifdef __GLIBCXX__
-    // This library's default executor recurses for every byte of the text and runs out of stack
-    // after about ten thousand. Its other one, called polynomial, does not, and gives the same
+    // This library's default executor recurses for every byte of the text: a small stack is used up
+    // after a few hundred. Its other one, called polynomial, does not, and gives the same
     // results.
     return byte_regex(pattern,
                       std::regex_constants::ECMAScript | std::regex_constants::__polynomial);
