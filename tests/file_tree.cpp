@@ -27,6 +27,8 @@ void put(const std::string& name, const std::string& thing)
         std::filesystem::create_symlink(thing.substr(3), data / name);
     else if (thing == directory)
         put(name + "/below", "");
+    else if (thing == empty_directory)
+        create_directory(data / name);
     else if (thing != nothing)
         std::ofstream(data / name) << thing;
 }

@@ -7,8 +7,9 @@
 
 // A small disk in the sandbox, described and read back in a line or two, and the program run on it.
 // A name is a path, absolute or below /var/db/timezone. What is put there is a file's content,
-// "-> TARGET" for a link, or one of these two.
+// "-> TARGET" for a link, or one of these three.
 inline const std::string nothing = "nothing";
+inline const std::string empty_directory = "empty directory";
 inline const std::string directory = "directory"; // with a file in it
 
 // Puts the thing there, in place of what is there, and makes the directories on the way.
@@ -29,3 +30,4 @@ inline constexpr bool with_error_texts = true;
 // Returns the outcome: what it warned of, as above, and then what it changed, in the lines that
 // `tools/disk show` prints. The outcome of a start that prints and changes nothing is empty.
 std::string start(const std::string& command = "$PROGRAM argument");
+inline const std::string unchanged;
