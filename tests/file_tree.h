@@ -20,14 +20,13 @@ void put(const std::string& name, const std::string& thing);
 void fresh_disk(const std::string& in_use = "system", const std::string& latest = nothing);
 
 // Runs the action and returns what it warned of, a line each without the program's name and, unless
-// asked for, the error text, and then, as a line "threw ...", the error, -1 or "out of range" that
-// it threw. "~/" stands for /var/db/timezone/.
+// asked for, the error text, and then, as a line "threw ...", the text of the error number
+// or "out of range" that it threw. "~/" stands for /var/db/timezone/.
 std::string warnings_of(const std::function<void()>& action, bool full = false);
 inline constexpr bool with_error_texts = true;
 
-// Runs a shell command in which $PROGRAM is the real executable. The command has to end with
-// status 0.
-// Returns the outcome: what it warned of, as above, and then what it changed, in the lines that
+// Runs a shell command in which $PROGRAM is the real executable. The command has to end with status
+// 0. Returns the outcome: what it warned of, as above, and then what it changed, in the lines that
 // `tools/disk show` prints. The outcome of a start that prints and changes nothing is empty.
 std::string start(const std::string& command = "$PROGRAM argument");
 inline const std::string unchanged;

@@ -15,8 +15,8 @@ public:
     // same kind of component in another dataset.
     [[nodiscard]] virtual bool compatible_schema(const kelvo_dataset_component& other) const = 0;
 
-    // Replaces the component's link in /var/db/timezone/ by one to this component's data. Warns if
-    // the old link cannot be removed, and creates the new one anyway. Throws what
+    // Replaces the component's link in /var/db/timezone/ with one to this component's data. Warns
+    // if the old link cannot be removed, and creates the new one anyway. Throws what
     // fs::create_symlink throws, or std::bad_alloc.
     virtual void publish_link() const = 0;
 
