@@ -59,7 +59,7 @@ TEST(boot, migrates_and_removes_the_older_icu_link)
 
 std::string protections;
 
-// Stands in for the C library's in the test program, to see a command that only some systems have.
+// Replaces the C library's in the test program, to record a command that only some systems have.
 extern "C" int fcntl(int descriptor, int command, ...)
 {
     va_list arguments;

@@ -7,7 +7,7 @@
 
 using namespace quorrel;
 
-TEST(components, are_compatible_if_no_icu_schema_differs)
+TEST(components, are_compatible_if_their_icu_schemas_are_equal)
 {
     const std::string update = "/var/db/timezone/tz/2022a", icutz = update + "/icutz/";
     const auto compare_with = [&](const std::string& schema) {

@@ -16,7 +16,7 @@ int run(const std::string& command)
 {
     setenv("PROGRAM", QUORREL_PROGRAM, 1);
     setenv("DISK", QUORREL_TOOLS "/disk", 1);
-    return std::system(("IFS=; " + command).c_str()); // the paths may have blanks in them
+    return std::system(("IFS=; " + command).c_str()); // the paths may contain blanks
 }
 
 void put(const std::string& name, const std::string& thing)

@@ -17,7 +17,7 @@ const std::string activated = "zoneinfo -> ~/tz/2024c/zoneinfo\nicutz -> ~/tz/20
                               "needs_cleanup file \nTZVersionDiffRecord file 2024b_2024c\n" +
                               corrected;
 
-TEST(surroundings, broken_do_not_stop_a_start)
+TEST(surroundings, do_not_stop_a_start_if_broken)
 {
     for (const std::string command :
          {"$PROGRAM 2>/dev/full", "$PROGRAM <&- >&- 2>&-", "$PROGRAM 2>&-",

@@ -90,7 +90,7 @@ void kelvo_icu::publish_link() const
         fs::remove(link);
         fs::remove(paths::older_icu_link);
     } catch (...) {
-        // If an old link is in the way, creating the new one fails, and that is what counts.
+        // If an old link is in the way of a new one, creating that fails, and is what counts.
         warn("unlink of ICU softlink failed");
     }
     if (!dataset_path.empty())

@@ -28,7 +28,7 @@ private:
     // icutz44l.dat has schema 44l.
     //
     // Walks the directory with fts_open(3). Warns if an update has no such file. If the walk cannot
-    // begin, warns and throws the error number as an int.
+    // begin, warns and throws the error number as an int. May also throw std::bad_alloc.
     void initialize();
 
     // The data's format, for example "44l": a number, and a letter for byte order and character

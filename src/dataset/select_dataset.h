@@ -12,9 +12,9 @@ namespace quorrel
 // use at the start, even if that one was given up. Activating it creates needs_cleanup if another
 // update was in use until then, and writes TZVersionDiffRecord.
 //
-// Throws nothing. Three failures are passed over: creating needs_cleanup, writing
-// TZVersionDiffRecord, and removing an ICU link that is not replaced. Any other is answered by
-// fall_back_to_system_partition.
+// Throws nothing. Data that cannot be read is treated as missing. Three more failures are passed
+// over: creating needs_cleanup, writing TZVersionDiffRecord, and removing an ICU link that is not
+// replaced. On any other, it calls fall_back_to_system_partition.
 void select_dataset() noexcept;
 
 // Warns that no dataset could be chosen, and publishes the system partition. If that fails too, the

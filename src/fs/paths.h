@@ -13,7 +13,7 @@ inline constexpr char data_directory[] = "/var/db/timezone/";
 inline constexpr char zoneinfo_link[] = "/var/db/timezone/zoneinfo";   // to the tree in use
 inline constexpr char icu_link[] = "/var/db/timezone/icutz";           // to an update's ICU data
 inline constexpr char localtime_link[] = "/var/db/timezone/localtime"; // to the local zone's file
-inline constexpr char needs_cleanup[] = "/var/db/timezone/needs_cleanup"; // data went out of use
+inline constexpr char needs_cleanup[] = "/var/db/timezone/needs_cleanup"; // for the update agent
 inline constexpr char version_diff_record[] = "/var/db/timezone/TZVersionDiffRecord"; // OLD_NEW
 
 // What the update agent installs; never written here.

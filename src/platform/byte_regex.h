@@ -27,8 +27,8 @@ using byte_regex = std::basic_regex<char, byte_traits>;
 [[nodiscard]] inline byte_regex make_byte_regex(const char* pattern)
 {
 #ifdef __GLIBCXX__
-    // This library's default executor recurses for every byte of the text: a small stack is used up
-    // after a few hundred. Its other one, called polynomial, does not, and gives the same
+    // This library's default executor recurses for every byte of the text: a few hundred bytes use
+    // up a small stack. Its other one, called polynomial, does not recurse, and gives the same
     // results.
     return byte_regex(pattern,
                       std::regex_constants::ECMAScript | std::regex_constants::__polynomial);
