@@ -1,10 +1,10 @@
 #include "boot/directory_protection.h"
 #include "boot/legacy_icu_link.h"
 #include "boot/localtime_link.h"
-#include "boot/recovery.h"
 #include "dataset/select_dataset.h"
 #include "fs/paths.h"
 
+#include <signal.h>
 #include <stdio.h>
 
 // Identifies the executable to what(1). Nothing refers to it: the attributes keep it through the
@@ -12,23 +12,22 @@
 [[gnu::used, gnu::retain]] static const char identification[] =
     "@(#)PROGRAM:quorrel  PROJECT:Kelvo-66\n";
 
-// One pass over the steps of a start. Each deals with its own failures, and an abort fails only the
-// step that it happens in.
+// One pass over the phases of a run. Each deals with its own failures.
 int main()
 {
     using namespace quorrel;
 
-    attempt(survive_signals);
-    attempt(protect_data_directories);
-    attempt(migrate_legacy_icu_link);
+    // A closed pipe or a file-size limit may fail a write(2), but must not end the run.
+    signal(SIGPIPE, SIG_IGN);
+    signal(SIGXFSZ, SIG_IGN);
+
+    protect_data_directories();
+    migrate_legacy_icu_link();
     // Deleted before the dataset phase, which may create it again.
-    attempt([]() noexcept { ::remove(paths::needs_cleanup); });
-    attempt([]() noexcept { ::remove(paths::older_icu); });
-    if (!attempt(select_dataset))
-        attempt(fall_back_to_system_partition);
-    // Last, because it looks through the published zoneinfo link. It changes nothing that is in
-    // order, so it can be repeated.
-    if (!attempt(repair_localtime_link))
-        attempt(repair_localtime_link);
+    ::remove(paths::needs_cleanup);
+    ::remove(paths::older_icu);
+    select_dataset();
+    // Last, because it looks through the published zoneinfo link.
+    repair_localtime_link();
     return 0;
 }

@@ -73,18 +73,14 @@ void select_dataset() noexcept
         decide();
         return;
     } catch (...) {
-        // Whatever failed, the system partition is a safe answer.
+        // Whatever failed, the system partition is a safe answer. It is published outside of the
+        // handler, where the memory of what was thrown is free again.
     }
-    fall_back_to_system_partition();
-}
-
-void fall_back_to_system_partition() noexcept
-{
     warn("Unable to locate data; resetting to system partition");
     try {
         kelvo_dataset::reset_to_system_partition();
     } catch (...) {
-        // The last resort has failed. The start must go on.
+        // The last resort has failed. The boot must go on.
     }
 }
 

@@ -14,11 +14,8 @@ namespace quorrel
 //
 // Throws nothing. Data that cannot be read is treated as missing. Three more failures are passed
 // over: creating needs_cleanup, writing TZVersionDiffRecord, and removing an ICU link that is not
-// replaced. On any other, it calls fall_back_to_system_partition.
+// replaced. On any other, it warns and publishes the system partition; if that fails too, the links
+// stay as the failure leaves them.
 void select_dataset() noexcept;
-
-// Warns that no dataset could be chosen, and publishes the system partition. If that fails too, the
-// links stay as the failure leaves them. Throws nothing.
-void fall_back_to_system_partition() noexcept;
 
 } // namespace quorrel
