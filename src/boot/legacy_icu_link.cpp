@@ -4,6 +4,7 @@
 #include "fs/primitives.h"
 
 #include <err.h>
+#include <stdio.h>
 
 namespace quorrel
 {
@@ -25,6 +26,11 @@ void migrate_legacy_icu_link() noexcept
         // The next start tries again.
         warn("Could not remove /var/db/icutz");
     }
+}
+
+void delete_legacy_icu_data() noexcept
+{
+    ::remove(paths::older_icu);
 }
 
 } // namespace quorrel

@@ -11,4 +11,8 @@ namespace quorrel
 // Warns if the migration or the removal fails. Throws nothing.
 void migrate_legacy_icu_link() noexcept;
 
+// Deletes /var/db/icu, where the older layout had its ICU data, unless it is a directory with
+// something in it. Warns and throws nothing.
+void delete_legacy_icu_data() noexcept;
+
 } // namespace quorrel

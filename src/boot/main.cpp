@@ -1,11 +1,10 @@
 #include "boot/directory_protection.h"
 #include "boot/legacy_icu_link.h"
 #include "boot/localtime_link.h"
+#include "dataset/cleanup_marker.h"
 #include "dataset/select_dataset.h"
-#include "fs/paths.h"
 
 #include <signal.h>
-#include <stdio.h>
 
 // Identifies the executable to what(1). Nothing refers to it: the attributes keep it through the
 // compiler and through a linker that drops unused sections.
@@ -23,11 +22,9 @@ int main()
 
     protect_data_directories();
     migrate_legacy_icu_link();
-    // Deleted before the dataset phase, which may create it again.
-    ::remove(paths::needs_cleanup);
-    ::remove(paths::older_icu);
+    delete_cleanup_marker();
+    delete_legacy_icu_data();
     select_dataset();
-    // Last, because it looks through the published zoneinfo link.
     repair_localtime_link();
     return 0;
 }

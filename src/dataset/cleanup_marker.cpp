@@ -4,6 +4,7 @@
 #include "platform/data_protection.h"
 
 #include <err.h>
+#include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,7 +16,7 @@ namespace
 {
 
 // Returns the error number of the first call that failed, or 0. Warning has to wait until the
-// marker is closed: in a start without standard error it may have become descriptor 2.
+// marker is closed: in a run without standard error it may have become descriptor 2.
 int create_marker() noexcept
 {
     constexpr mode_t mode = 0666;
@@ -30,6 +31,11 @@ int create_marker() noexcept
 }
 
 } // namespace
+
+void delete_cleanup_marker() noexcept
+{
+    ::remove(paths::needs_cleanup);
+}
 
 void touch_needs_cleanup() noexcept
 {

@@ -3,9 +3,14 @@
 namespace quorrel
 {
 
-// Creates the marker needs_cleanup, which tells the update agent that an update was given up or
-// replaced. A marker that is already there is left as it is. Uses open_dprotected_np, fstat(2) and
-// close(2); warns if one of them fails. Throws nothing.
+// The marker needs_cleanup tells the update agent that the last run took an update out of use.
+
+// Deletes the marker of an earlier run. Has to run before select_dataset, which may create it
+// again. Warns and throws nothing, even if the marker cannot be deleted.
+void delete_cleanup_marker() noexcept;
+
+// Creates the marker, readable and writable at all times. A marker that is already there is left as
+// it is. Warns if the marker cannot be opened, examined or closed. Throws nothing.
 void touch_needs_cleanup() noexcept;
 
 } // namespace quorrel
