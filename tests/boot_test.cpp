@@ -1,4 +1,4 @@
-#include "boot/directory_protection.h"
+#include "boot/protect_data_directories.h"
 
 #include "file_tree.h"
 
@@ -34,7 +34,7 @@ TEST(boot, keeps_corrects_or_resets_the_localtime_link)
     }
 }
 
-TEST(boot, migrates_and_removes_the_older_icu_link)
+TEST(boot, migrates_and_removes_the_legacy_icu_link)
 {
     const std::string gone = "/var/db/icutz nothing\n";
     const std::string failed = "Could not migrate /var/db/icutz to ~/icutz\n";
@@ -49,11 +49,11 @@ TEST(boot, migrates_and_removes_the_older_icu_link)
         {directory, nothing,
          unreadable + "remove: could not remove /var/db/icutz\nCould not remove /var/db/icutz\n"},
     };
-    for (const auto& [older, current, outcome] : cases) {
+    for (const auto& [legacy, current, outcome] : cases) {
         fresh_disk();
-        put("/var/db/icutz", older);
+        put("/var/db/icutz", legacy);
         put("icutz", current);
-        EXPECT_EQ(start(), outcome) << older << current;
+        EXPECT_EQ(start(), outcome) << legacy << current;
     }
 }
 

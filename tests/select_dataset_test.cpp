@@ -29,7 +29,7 @@ TEST(select_dataset, decides_by_schema_and_version)
     const std::string zoneinfo_reset = "zoneinfo -> /usr/share/zoneinfo.default\n";
     const std::string reset = zoneinfo_reset + "icutz nothing\n";
     const std::string marked = "needs_cleanup file \n", recorded = "TZVersionDiffRecord file ";
-    const std::string older_gone = "/var/db/icutz nothing\n";
+    const std::string legacy_gone = "/var/db/icutz nothing\n";
     const auto published = [](const std::string& update) {
         return "zoneinfo -> ~/tz/" + update + "/zoneinfo\nicutz -> ~/tz/" + update + "/icutz\n";
     };
@@ -53,15 +53,16 @@ TEST(select_dataset, decides_by_schema_and_version)
          bad_path + "/usr/share/zoneinfo.default\n" + lost + reset},
         {"2024b", "/var/db/timezone/tz//", no_version + refused + "/ vs. 2024b\n"},
         {"2024b", "2147483648a", lost + reset},
-        // With a directory in the way, and a dangling older ICU link.
-        {"2024b", "2024c", published("2024c") + marked + older_gone, "TZVersionDiffRecord"},
-        {"2024b", "2024c", untouched + published("2024c") + recorded + "2024b_2024c\n" + older_gone,
+        // With a directory in the way, and a dangling legacy ICU link.
+        {"2024b", "2024c", published("2024c") + marked + legacy_gone, "TZVersionDiffRecord"},
+        {"2024b", "2024c",
+         untouched + published("2024c") + recorded + "2024b_2024c\n" + legacy_gone,
          "needs_cleanup"},
         {"2024b", "2024c", icutz_stuck + icutz_blocked + lost + icutz_stuck + zoneinfo_reset,
          "icutz"},
         {"2023z", nothing, given_up + icutz_stuck + zoneinfo_reset + marked, "icutz"},
         {"2024b", nothing, zoneinfo_unread + zoneinfo_stuck + lost + zoneinfo_stuck, "zoneinfo"},
-        {nothing, "2024c", latest_unread + lost + zoneinfo_reset + older_gone, "tz_latest"},
+        {nothing, "2024c", latest_unread + lost + zoneinfo_reset + legacy_gone, "tz_latest"},
     };
     for (const auto& [in_use, latest, outcome, directory_at] : cases) {
         fresh_disk(in_use, latest);

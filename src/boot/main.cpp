@@ -1,6 +1,6 @@
-#include "boot/directory_protection.h"
-#include "boot/legacy_icu_link.h"
-#include "boot/localtime_link.h"
+#include "boot/legacy_icu_layout.h"
+#include "boot/protect_data_directories.h"
+#include "boot/repair_localtime_link.h"
 #include "dataset/cleanup_marker.h"
 #include "dataset/select_dataset.h"
 

@@ -88,7 +88,7 @@ void kelvo_icu::publish_link() const
     const std::string link = paths::icu_link;
     try {
         fs::remove(link);
-        fs::remove(paths::older_icu_link);
+        fs::remove(paths::legacy_icu_link);
     } catch (...) {
         // If an old link is in the way of a new one, creating that fails, and is what counts.
         warn("unlink of ICU softlink failed");

@@ -17,7 +17,7 @@ public:
     // same. Warns if it is another kind of component.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
-    // Also removes the older link, /var/db/icutz, unless removing the first one failed. The system
+    // Also removes the legacy link, /var/db/icutz, unless removing the first one failed. The system
     // partition has no ICU link: publishing it only removes both.
     void publish_link() const override;
 

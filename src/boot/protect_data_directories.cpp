@@ -1,4 +1,4 @@
-#include "boot/directory_protection.h"
+#include "boot/protect_data_directories.h"
 
 #include "fs/paths.h"
 #include "platform/data_protection.h"

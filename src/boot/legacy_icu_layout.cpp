@@ -1,4 +1,4 @@
-#include "boot/legacy_icu_link.h"
+#include "boot/legacy_icu_layout.h"
 
 #include "fs/paths.h"
 #include "fs/primitives.h"
@@ -13,15 +13,15 @@ namespace quorrel
 void migrate_legacy_icu_link() noexcept
 {
     try {
-        if (fs::exists(paths::older_icu_link) && !fs::exists(paths::icu_link))
-            fs::create_symlink(fs::read_symlink(paths::older_icu_link), paths::icu_link);
+        if (fs::exists(paths::legacy_icu_link) && !fs::exists(paths::icu_link))
+            fs::create_symlink(fs::read_symlink(paths::legacy_icu_link), paths::icu_link);
     } catch (...) {
-        // The older link is removed regardless; the next dataset to be published brings its own.
+        // The legacy link is removed regardless; the next dataset to be published brings its own.
         warn("Could not migrate /var/db/icutz to /var/db/timezone/icutz");
     }
     try {
-        if (fs::exists(paths::older_icu_link))
-            fs::remove(paths::older_icu_link);
+        if (fs::exists(paths::legacy_icu_link))
+            fs::remove(paths::legacy_icu_link);
     } catch (...) {
         // The next start tries again.
         warn("Could not remove /var/db/icutz");
@@ -30,7 +30,7 @@ void migrate_legacy_icu_link() noexcept
 
 void delete_legacy_icu_data() noexcept
 {
-    ::remove(paths::older_icu);
+    ::remove(paths::legacy_icu_data);
 }
 
 } // namespace quorrel

@@ -1,4 +1,4 @@
-#include "boot/localtime_link.h"
+#include "boot/repair_localtime_link.h"
 
 #include "fs/paths.h"
 #include "fs/primitives.h"
@@ -27,10 +27,10 @@ bool keep_or_correct()
     const std::string target = fs::read_symlink(link);
     if (target.starts_with(paths::zoneinfo_link))
         return true;
-    if (!target.starts_with(paths::older_zoneinfo))
+    if (!target.starts_with(paths::legacy_zoneinfo))
         return false;
 
-    const std::string rest = target.substr(std::string_view(paths::older_zoneinfo).size());
+    const std::string rest = target.substr(std::string_view(paths::legacy_zoneinfo).size());
     const std::string corrected = paths::zoneinfo_link + rest;
     warn("Correcting localtime link to %s", corrected.c_str());
     if (!fs::exists(corrected))
