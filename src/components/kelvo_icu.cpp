@@ -33,7 +33,7 @@ bool is_public_file(const FTSENT& entry)
 // Returns the schema in the name of the directory's first ICU data file, or an empty text.
 std::string find_schema(std::string directory)
 {
-    const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
+    static const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
     char* const roots[] = {directory.data(), nullptr};
     const std::unique_ptr<FTS, close_walk> walk(
         fts_open(roots, FTS_COMFOLLOW | FTS_PHYSICAL | FTS_XDEV, nullptr));

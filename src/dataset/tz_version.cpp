@@ -20,10 +20,10 @@ std::int32_t number_or_unset(const std::string& digits)
 
 void tz_version::parse(const std::string& text)
 {
+    static const byte_regex pattern =
+        make_byte_regex(R"(([0-9]+)([a-z]+)(?:\.([0-9]+))?(?:\.([0-9]+))?)");
     constexpr std::size_t whole_match_and_groups = 5;
     try {
-        const byte_regex pattern =
-            make_byte_regex(R"(([0-9]+)([a-z]+)(?:\.([0-9]+))?(?:\.([0-9]+))?)");
         std::smatch results;
         if (!std::regex_match(text, results, pattern) || results.size() != whole_match_and_groups) {
             warn("Cannot parse version string %s, results.size() = %d", text.c_str(),
