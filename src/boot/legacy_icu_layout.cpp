@@ -17,14 +17,14 @@ void migrate_legacy_icu_link() noexcept
             fs::create_symlink(fs::read_symlink(paths::legacy_icu_link), paths::icu_link);
     } catch (...) {
         // The legacy link is removed regardless; the next dataset to be published brings its own.
-        warn("Could not migrate /var/db/icutz to /var/db/timezone/icutz");
+        warn("Could not migrate %s to %s", paths::legacy_icu_link, paths::icu_link);
     }
     try {
         if (fs::exists(paths::legacy_icu_link))
             fs::remove(paths::legacy_icu_link);
     } catch (...) {
         // The next start tries again.
-        warn("Could not remove /var/db/icutz");
+        warn("Could not remove %s", paths::legacy_icu_link);
     }
 }
 

@@ -30,8 +30,8 @@ bool keep_or_correct()
     if (!target.starts_with(paths::legacy_zoneinfo))
         return false;
 
-    const std::string rest = target.substr(std::string_view(paths::legacy_zoneinfo).size());
-    const std::string corrected = paths::zoneinfo_link + rest;
+    const std::string corrected =
+        paths::zoneinfo_link + target.substr(std::string_view(paths::legacy_zoneinfo).size());
     warn("Correcting localtime link to %s", corrected.c_str());
     if (!fs::exists(corrected))
         return false;
