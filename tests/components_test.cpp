@@ -1,37 +1,57 @@
 #include "components/kelvo_icu.h"
 #include "components/kelvo_zoneinfo.h"
 
-#include "file_tree.h"
+#include "disk.h"
+#include "run.h"
 
 #include <sys/stat.h>
+
+#include <filesystem>
 
 using namespace quorrel;
 
 TEST(components, are_compatible_if_their_icu_schemas_are_equal)
 {
-    const std::string update = "/var/db/timezone/tz/2022a", icutz = update + "/icutz/";
-    const auto compare_with = [&](const std::string& schema) {
+    const std::string update = "/var/db/timezone/tz/2022a", icutz = update + "/icutz";
+    const std::string unknown = "No ICU schema found for ~/tz/2022a\n";
+    const auto compare_with = [&](const std::string& system_schema) {
         std::string result;
-        put("/usr/share/icu/icutzformat.txt", "\n\v\f\r\t " + schema);
+        put("/usr/share/icu/icutzformat.txt", system_schema);
         return warnings_of([&] {
                    result = kelvo_icu(update).compatible_schema(kelvo_icu()) ? "same" : "other";
                })
             .append(result);
     };
+    const row without_schema[] = {
+        {"the letter is lower-case", "icutz44L.dat", ""},
+        {"there is a letter", "icutz44.dat", ""},
+        {"there is a digit", "icutzl.dat", ""},
+        {"the letter is l, b or e", "icutz44x.dat", ""},
+        {"there is one letter", "icutz44le.dat", ""},
+        {"the full stop is one", "icutz44lxdat", ""},
+        {"nothing stands before the name", "xicutz44l.dat", ""},
+        {"nothing follows the name", "icutz44l.dat.bak", ""},
+        {"no directory counts, nor what is in it", "icutz44l.dat/icutz44l.dat", ""},
+        {"no link counts", "icutz44l.dat", "-> /usr/share/icu/icutzformat.txt"},
+    };
+    for (const auto& [rule, name, thing] : without_schema) {
+        fresh_disk();
+        put(icutz + "/" + name, thing);
+        EXPECT_EQ(compare_with(""), unknown + "same") << rule;
+    }
+
     fresh_disk();
-    for (const std::string name :
-         {"icutz44L.dat", "icutz.dat", "icutzl.dat", "icutz44x.dat", "icutz44le.dat",
-          "icutz44lxdat", "xicutz44l.dat", "icutz44l.dat.bak", "icutz44l.dat/icutz44l.dat"})
-        put(icutz + name, "");
-    put("/var/elsewhere/icutz7e.dat", "");
-    put(icutz + "icutz7e.dat", "-> /var/elsewhere/icutz7e.dat");
-    put(icutz + "icutz0123b.dat", "");
-    EXPECT_EQ(compare_with("0123b 1"), "same");
-    chmod((icutz + "icutz0123b.dat").c_str(), 0640);
-    EXPECT_EQ(compare_with(""), "No ICU schema found for ~/tz/2022a\nsame");
-    put(update + "/icutz", "-> /var/elsewhere");
-    EXPECT_EQ(compare_with("7e"), "same");
-    EXPECT_EQ(compare_with("07e"), "other");
+    put("/var/elsewhere/icutz0123b.dat", "");
+    put(icutz, "-> /var/elsewhere");
+    EXPECT_EQ(compare_with("\n\v\f\r\t 0123b 1"), "same") << "the first word counts";
+    EXPECT_EQ(compare_with("123b"), "other") << "a schema is text, no number";
+    chmod("/var/elsewhere/icutz0123b.dat", 0640);
+    EXPECT_EQ(compare_with("0123b"), unknown + "other") << "others may read a data file";
+    put("/var/elsewhere/icutz0123b.dat", nothing);
+    put(icutz + "/icutz1l.dat", "");
+    put(icutz + "/icutz2l.dat", "");
+    const auto first = std::filesystem::directory_iterator(icutz)->path().filename();
+    EXPECT_EQ(compare_with(first.string().substr(5, 2)), "same") << "the first file counts";
 
     EXPECT_TRUE(kelvo_zoneinfo().compatible_schema(kelvo_icu()));
     EXPECT_EQ(warnings_of([] { EXPECT_FALSE(kelvo_icu().compatible_schema(kelvo_zoneinfo())); }),

@@ -1,10 +1,13 @@
 #include "fs/primitives.h"
 
-#include "file_tree.h"
+#include "disk.h"
+#include "run.h"
+
+#include <unistd.h>
 
 using namespace quorrel;
 
-TEST(primitives, fail_with_one_warning_and_the_error_number)
+TEST(primitives, fail_with_one_warning_and_the_error_number_or_cut_a_target)
 {
     fresh_disk();
     put("/var/file", "");
@@ -16,7 +19,8 @@ TEST(primitives, fail_with_one_warning_and_the_error_number)
               "create_symlink: from /var/no/b to a: No such file or directory\nthrew No such file "
               "or directory\n");
 
-    const std::string longest(1024, 'x');
-    put("link", "-> " + longest + "cut");
-    EXPECT_EQ(fs::read_symlink("/var/db/timezone/link"), longest);
+    const std::string longest(1024, 'x'); // some file systems have no longer targets
+    if (symlink((longest + "cut").c_str(), "/var/link") == 0) {
+        EXPECT_EQ(fs::read_symlink("/var/link"), longest);
+    }
 }

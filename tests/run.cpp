@@ -1,0 +1,59 @@
+#include "run.h"
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+
+namespace
+{
+
+std::string abbreviated(const std::string& text)
+{
+    return std::regex_replace(text, std::regex("/var/db/timezone/"), "~/");
+}
+
+} // namespace
+
+int shell(const std::string& command)
+{
+    setenv("PROGRAM", QUORREL_PROGRAM, 1);
+    setenv("DISK", QUORREL_TOOLS "/disk", 1);
+    setenv("COMMAND", ("IFS=; " + command).c_str(), 1); // the paths may contain blanks
+    return WEXITSTATUS(std::system("exec timeout 10 sh -c \"$COMMAND\""));
+}
+
+std::string run(const std::string& command)
+{
+    shell("$DISK show >/var/before");
+    const std::string printed = warnings_of(
+        [&] { EXPECT_EQ(shell("exec >&2; " + command), 0) << command << " (124: it hung)"; });
+    shell("$DISK show | diff /var/before - | sed -n 's/^> //p; s/^< also/gone/p' >/var/changes");
+    std::ostringstream changes;
+    changes << std::ifstream("/var/changes").rdbuf();
+    return printed + abbreviated(changes.str());
+}
+
+std::string warnings_of(const std::function<void()>& action, bool full)
+{
+    std::string warnings, thrown;
+    testing::internal::CaptureStderr();
+    try {
+        action();
+    } catch (int error) {
+        thrown = std::string("threw ") + std::strerror(error) + "\n";
+    } catch (const std::out_of_range&) {
+        thrown = "threw out of range\n";
+    }
+    std::istringstream printed(testing::internal::GetCapturedStderr());
+    for (std::string line; std::getline(printed, line);) {
+        const auto begin = line.find(": ") + 2, end = line.rfind(": ");
+        EXPECT_LT(begin, end) << "no error text: " << line;
+        warnings += line.substr(begin, full ? line.npos : end - begin) + "\n";
+    }
+    return abbreviated(warnings) + thrown;
+}
