@@ -13,6 +13,7 @@ struct row {
 
 // Runs a shell command in which $PROGRAM is the real executable and $DISK is tools/disk. Returns
 // its status, 124 if it takes longer than ten seconds.
+// Calls cat diff mkfifo sed timeout
 int shell(const std::string& command);
 
 // Runs the program, or another shell command, which has to end with status 0. Returns the outcome:
