@@ -16,14 +16,15 @@ void migrate_legacy_icu_link() noexcept
         if (fs::exists(paths::legacy_icu_link) && !fs::exists(paths::icu_link))
             fs::create_symlink(fs::read_symlink(paths::legacy_icu_link), paths::icu_link);
     } catch (...) {
-        // The legacy link is removed regardless; the next dataset to be published brings its own.
+        // The legacy link is removed regardless, so there may be no ICU link until an update is
+        // published.
         warn("Could not migrate %s to %s", paths::legacy_icu_link, paths::icu_link);
     }
     try {
         if (fs::exists(paths::legacy_icu_link))
             fs::remove(paths::legacy_icu_link);
     } catch (...) {
-        // The next start tries again.
+        // The next run tries again.
         warn("Could not remove %s", paths::legacy_icu_link);
     }
 }

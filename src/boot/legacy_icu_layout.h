@@ -12,7 +12,7 @@ namespace quorrel
 void migrate_legacy_icu_link() noexcept;
 
 // Deletes /var/db/icu, where the legacy layout had its ICU data, unless it is a directory with
-// something in it. Warns and throws nothing.
+// something in it. Warns of nothing and throws nothing.
 void delete_legacy_icu_data() noexcept;
 
 } // namespace quorrel

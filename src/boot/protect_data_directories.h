@@ -4,8 +4,8 @@ namespace quorrel
 {
 
 // Puts /var/db/timezone/ and /var/db/timezone/tz/ in the protection class that leaves them readable
-// and writable at all times, with open(2) and fcntl(2). Does nothing for a missing directory or on
-// a system without protection classes. Warns and throws nothing.
+// and writable at all times. Does nothing for a missing directory or on a system without protection
+// classes. Warns of nothing and throws nothing.
 void protect_data_directories() noexcept;
 
 } // namespace quorrel

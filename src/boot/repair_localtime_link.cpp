@@ -62,7 +62,7 @@ void repair_localtime_link() noexcept
     try {
         reset();
     } catch (...) {
-        // The start must go on even without a link.
+        // The boot must go on even without a link.
     }
 }
 

@@ -90,7 +90,7 @@ void kelvo_icu::publish_link() const
         fs::remove(link);
         fs::remove(paths::legacy_icu_link);
     } catch (...) {
-        // If an old link is in the way of a new one, creating that fails, and is what counts.
+        // If the old link blocks a new one, create_symlink reports it.
         warn("unlink of ICU softlink failed");
     }
     if (!dataset_path.empty())

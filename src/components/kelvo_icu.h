@@ -10,11 +10,17 @@ class kelvo_icu final : public kelvo_dataset_component
 {
 public:
     // Finds the data of an update, or of the system partition if the path is empty, and its schema.
-    // Warns and throws as `initialize` does.
+    // The system partition's is the word in icutzformat.txt. An update's stands in the name of its
+    // data file, the first in directory order that others may read: a regular file directly in the
+    // ICU directory, named icutz, digits, one of the letters l, b and e, and .dat. For example,
+    // icutz44l.dat has schema 44l.
+    //
+    // Warns if an update has no such file. If its directory cannot be walked, warns and throws the
+    // error number as an int. May also throw std::bad_alloc.
     explicit kelvo_icu(const std::string& path = {});
 
-    // Returns whether `other` is ICU data of exactly the same schema; two unknown schemas are the
-    // same. Warns if it is another kind of component.
+    // Returns whether libraries that read `other`'s data can read this data too: whether both have
+    // the same schema, or neither has any. Warns if `other` is another kind of component.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
     // Also removes the legacy link, /var/db/icutz, unless removing the first one failed. The system
@@ -22,14 +28,7 @@ public:
     void publish_link() const override;
 
 private:
-    // Fills `schema`: for the system partition from icutzformat.txt; for an update from the name of
-    // its data file, the first in directory order that others may read. That is a regular file
-    // directly in the ICU directory, named icutz, digits, one of the letters l, b and e, and .dat:
-    // icutz44l.dat has schema 44l.
-    //
-    // Walks the directory with fts_open(3). Warns if an update has no such file. If the walk cannot
-    // begin, warns and throws the error number as an int. May also throw std::bad_alloc.
-    void initialize();
+    void initialize(); // finds the schema
 
     // The data's format, for example "44l": a number, and a letter for byte order and character
     // family. Compared as text; empty if unknown.

@@ -27,7 +27,7 @@ void kelvo_zoneinfo::publish_link() const
     try {
         fs::remove(link);
     } catch (...) {
-        // If the old link is in the way, creating the new one fails, and that is what counts.
+        // If the old link blocks the new one, create_symlink reports it.
         warn("Unlink of zoneinfo softlink failed");
     }
     fs::create_symlink(zoneinfo_dir, link);

@@ -13,11 +13,11 @@ public:
     // release. Warns of nothing; throws std::bad_alloc.
     explicit kelvo_zoneinfo(const std::string& path = {});
 
-    // Returns the tz release that the tree's +VERSION file names, for example "2024a", or nothing
-    // if the file is missing or blank.
+    // Returns the tz release that the tree's +VERSION file names, for example "2024a", or an empty
+    // string if the file is missing, blank or unreadable.
     [[nodiscard]] std::string release() const { return release_; }
 
-    // Returns true: every zoneinfo tree may be used with every other.
+    // Returns true: all zoneinfo trees have one format.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
 
     void publish_link() const override;

@@ -30,7 +30,8 @@ public:
     // it do.
     static void reset_to_system_partition();
 
-    // Returns whether this dataset may be used with `other`, component by component.
+    // Returns whether libraries that read `other`'s data can read this data too, component by
+    // component. Warns of nothing and throws nothing.
     [[nodiscard]] bool compatible(const kelvo_dataset& other) const;
 
     // Returns the version as text, for example "2024b.1.0": the name of an update's directory, or
@@ -38,7 +39,7 @@ public:
     [[nodiscard]] std::string version_string() const { return version_string_; }
 
     // Publishes the components' links in order. Warns and throws as the components do. The first
-    // throw ends it; links already published stay.
+    // throw ends it; links already published are not taken back.
     void publish_links() const;
 
     // Datasets are equal if they are in the same directory, and greater if they are newer.

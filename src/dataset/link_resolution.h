@@ -8,7 +8,7 @@ namespace quorrel
 {
 
 // Returns the target of tz_latest, the link to the newest installed update, unchanged and
-// unchecked, or nothing if there is no link. Warns and throws as fs::read_symlink does.
+// unchecked, or an empty string if there is no link. Warns and throws as fs::read_symlink does.
 [[nodiscard]] std::string latest_update_path();
 
 // Returns the path of the dataset in use: dataset_path_from_link of the zoneinfo link's target.

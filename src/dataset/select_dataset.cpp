@@ -22,7 +22,7 @@ std::string current_path_or_reset()
     try {
         return current_dataset_path();
     } catch (...) {
-        // Without a link that can be trusted, start over.
+        // Without a link that can be trusted, begin again.
         warn("Invalid current symlinks; resetting to system partition");
         kelvo_dataset::reset_to_system_partition();
         return {};
@@ -57,7 +57,7 @@ void decide()
     if (latest_path.empty())
         return;
     const kelvo_dataset latest(latest_path);
-    // Compared with the dataset that the link named, even if that was given up above.
+    // Compared with the dataset that the link named, even if that is no longer used.
     if (latest.compatible(system) && latest > current)
         activate(latest, in_use, system);
     else

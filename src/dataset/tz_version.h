@@ -28,7 +28,8 @@ struct tz_version {
     // full stop. A number that is missing is -1. Leading zeros have no meaning.
     //
     // Warns of any other text, and leaves the unset value. Throws std::out_of_range for a number
-    // above 2147483647, without a warning; the fields before it are assigned.
+    // above 2147483647, without a warning; the fields before it are assigned. May also throw
+    // std::bad_alloc.
     void parse(const std::string& text);
 
     friend std::strong_ordering operator<=>(const tz_version&, const tz_version&) = default;

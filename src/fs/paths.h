@@ -30,8 +30,8 @@ inline constexpr char release_file[] = "/+VERSION";
 // In the system partition's ICU directory: the schema of its data, for example 44l.
 inline constexpr char icu_format_file[] = "/icutzformat.txt";
 
-// The legacy layout. Its zoneinfo tree is compared as a plain prefix: it matches system_zoneinfo
-// too.
+// The legacy layout. The path of its zoneinfo tree is compared as a plain prefix: it matches
+// system_zoneinfo too.
 inline constexpr char legacy_icu_data[] = "/var/db/icu";         // deleted
 inline constexpr char legacy_icu_link[] = "/var/db/icutz";       // migrated and removed
 inline constexpr char legacy_zoneinfo[] = "/usr/share/zoneinfo"; // where localtime pointed

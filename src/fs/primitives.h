@@ -10,22 +10,22 @@
 namespace quorrel::fs
 {
 
-// Removes a directory entry other than a directory, with unlink(2). Tolerates that it is missing.
+// Removes a directory entry other than a directory. Tolerates that it is missing.
 //
 // Callers that want failures ignored, or empty directories removed too, use ::remove.
 void remove(const std::string& path);
 
-// Returns whether access(2) finds the path. access follows symbolic links, so a dangling link does
-// not exist. Every failure means no; warns and throws nothing.
+// Returns whether the path exists. Symbolic links are followed, so a dangling link does not exist.
+// Every failure means no; warns of nothing and throws nothing.
 [[nodiscard]] bool exists(const std::string& path) noexcept;
 
-// Returns the target of a symbolic link as it is stored, from readlink(2), cut after 1,024 bytes.
+// Returns the target of a symbolic link as it is stored, cut after 1,024 bytes.
 // Tolerates that the link is missing: the target is then empty. An entry that is not a symbolic
 // link is a failure. May also throw std::bad_alloc.
 [[nodiscard]] std::string read_symlink(const std::string& path);
 
-// Creates the symbolic link `link` to `target`, which need not exist, with symlink(2). An entry
-// that is already at `link` is a failure.
+// Creates the symbolic link `link` to `target`, which need not exist. An entry that is already at
+// `link` is a failure.
 void create_symlink(const std::string& target, const std::string& link);
 
 } // namespace quorrel::fs
