@@ -1,7 +1,6 @@
 #include "dataset/select_dataset.h"
 
 #include "dataset/cleanup_marker.h"
-#include "dataset/kelvo_dataset.h"
 #include "dataset/link_resolution.h"
 #include "fs/paths.h"
 
@@ -46,7 +45,7 @@ void decide()
     const std::string latest_path = latest_update_path();
     const kelvo_dataset current(current_path_or_reset());
 
-    const bool keep = current.compatible(system) && !(system > current);
+    const bool keep = may_stay(current, system);
     const kelvo_dataset& in_use = keep ? current : system;
     if (!keep) {
         warn("Symlink points at data incompatible with installed system");
@@ -57,8 +56,7 @@ void decide()
     if (latest_path.empty())
         return;
     const kelvo_dataset latest(latest_path);
-    // Compared with the dataset that the link named, even if that is no longer used.
-    if (latest.compatible(system) && latest > current)
+    if (may_replace(current, latest, system))
         activate(latest, in_use, system);
     else
         warn("New update not compatible or older version: %s vs. %s",
@@ -66,6 +64,17 @@ void decide()
 }
 
 } // namespace
+
+bool may_stay(const kelvo_dataset& current, const kelvo_dataset& system)
+{
+    return current.compatible(system) && !(system > current);
+}
+
+bool may_replace(const kelvo_dataset& current, const kelvo_dataset& latest,
+                 const kelvo_dataset& system)
+{
+    return latest.compatible(system) && latest > current;
+}
 
 void select_dataset() noexcept
 {

@@ -1,16 +1,25 @@
 #pragma once
 
+#include "dataset/kelvo_dataset.h"
+
 namespace quorrel
 {
 
+// Returns whether the dataset that the zoneinfo link names stays in use: whether it is compatible
+// with the system partition and not older.
+[[nodiscard]] bool may_stay(const kelvo_dataset& current, const kelvo_dataset& system);
+
+// Returns whether the latest update is activated: whether it is compatible with the system
+// partition and newer than the dataset that the zoneinfo link names, even if that does not stay.
+[[nodiscard]] bool may_replace(const kelvo_dataset& current, const kelvo_dataset& latest,
+                               const kelvo_dataset& system);
+
 // The dataset phase: decides which dataset the system uses, and publishes it.
 //
-// The dataset that the zoneinfo link names stays in use if it is compatible with the system
-// partition and not older; otherwise the system partition is published. Then the latest update is
-// published if it is compatible with the system partition and newer than the dataset that the
-// zoneinfo link named, or than the system partition if it named none. needs_cleanup is created if
-// the dataset that the link named is no longer used, unless it is the system partition.
-// TZVersionDiffRecord is written if the latest update is published.
+// If the dataset that the zoneinfo link names may not stay, or the link names none, the system
+// partition is published. Then the latest update is published if it may replace what the link
+// named, or the system partition if it named none. needs_cleanup is created if an update that the
+// link named is no longer used. TZVersionDiffRecord is written if the latest update is published.
 //
 // Throws nothing. Data that cannot be read is treated as missing. Three more failures are passed
 // over: creating needs_cleanup, writing TZVersionDiffRecord, and removing an ICU link that is not
