@@ -33,7 +33,6 @@ bool is_public_file(const FTSENT& entry)
 // Returns the schema in the name of the directory's first ICU data file, or an empty text.
 std::string find_schema(std::string directory)
 {
-    static const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
     char* const roots[] = {directory.data(), nullptr};
     const std::unique_ptr<FTS, close_walk> walk(
         fts_open(roots, FTS_COMFOLLOW | FTS_PHYSICAL | FTS_XDEV, nullptr));
@@ -46,9 +45,8 @@ std::string find_schema(std::string directory)
     while (const FTSENT* entry = fts_read(walk.get())) {
         if (!is_public_file(*entry))
             continue;
-        std::cmatch results;
-        if (std::regex_match(entry->fts_name, results, data_file))
-            return results[1];
+        if (const std::string schema = kelvo_icu::schema_in(entry->fts_name); !schema.empty())
+            return schema;
     }
     return {};
 }
@@ -71,6 +69,13 @@ void kelvo_icu::initialize()
     schema = find_schema(icu_dir);
     if (schema.empty())
         warn("No ICU schema found for %s", dataset_path.c_str());
+}
+
+std::string kelvo_icu::schema_in(const char* file_name)
+{
+    static const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
+    std::cmatch results;
+    return std::regex_match(file_name, results, data_file) ? results[1].str() : std::string();
 }
 
 bool kelvo_icu::compatible_schema(const kelvo_dataset_component& other) const

@@ -19,6 +19,10 @@ public:
     // error number as an int. May also throw std::bad_alloc.
     explicit kelvo_icu(const std::string& path = {});
 
+    // Returns the schema in the name of a data file, or an empty string for another name. May throw
+    // std::bad_alloc.
+    [[nodiscard]] static std::string schema_in(const char* file_name);
+
     // Returns whether libraries that read `other`'s data can read this data too: whether both have
     // the same schema, or neither has any. Warns if `other` is another kind of component.
     [[nodiscard]] bool compatible_schema(const kelvo_dataset_component& other) const override;
