@@ -9,19 +9,15 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace
-{
-
 std::string abbreviated(const std::string& text)
 {
     return std::regex_replace(text, std::regex("/var/db/timezone/"), "~/");
 }
 
-} // namespace
-
 int shell(const std::string& command)
 {
     setenv("PROGRAM", QUORREL_PROGRAM, 1);
+    setenv("STATUS", QUORREL_PROGRAM "-status", 1);
     setenv("DISK", QUORREL_TOOLS "/disk", 1);
     setenv("COMMAND", ("IFS=; " + command).c_str(), 1); // the paths may contain blanks
     return WEXITSTATUS(std::system("exec timeout 10 sh -c \"$COMMAND\""));

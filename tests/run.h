@@ -11,9 +11,12 @@ struct row {
     std::string rule, given, outcome;
 };
 
-// Runs a shell command in which $PROGRAM is the real executable and $DISK is tools/disk. Returns
-// its status, 124 if it takes longer than ten seconds.
-// Calls cat diff mkfifo sed timeout
+// Returns the text with "~/" in place of /var/db/timezone/.
+std::string abbreviated(const std::string& text);
+
+// Runs a shell command in which $PROGRAM and $STATUS are the real executables and $DISK is
+// tools/disk. Returns its status, 124 if it takes longer than ten seconds.
+// Calls cat chmod chown cp diff ln mkdir mkfifo mv rm sed timeout
 int shell(const std::string& command);
 
 // Runs the program, or another shell command, which has to end with status 0. Returns the outcome:

@@ -14,8 +14,6 @@ namespace quorrel
 namespace
 {
 
-constexpr char default_zone[] = "America/Los_Angeles";
-
 // Both functions build their strings before deleting the link: running out of memory in between
 // would leave none.
 
@@ -42,9 +40,9 @@ bool keep_or_correct()
 
 void reset()
 {
-    warn("localtime link invalid; resetting to %s", default_zone);
+    warn("localtime link invalid; resetting to %s", paths::default_zone);
     const std::string link = paths::localtime_link;
-    const std::string target = std::string(paths::zoneinfo_link) + "/" + default_zone;
+    const std::string target = std::string(paths::zoneinfo_link) + "/" + paths::default_zone;
     ::remove(link.c_str());
     fs::create_symlink(target, link);
 }

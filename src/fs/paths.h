@@ -16,6 +16,9 @@ inline constexpr char localtime_link[] = "/var/db/timezone/localtime"; // to the
 inline constexpr char needs_cleanup[] = "/var/db/timezone/needs_cleanup"; // for the update agent
 inline constexpr char version_diff_record[] = "/var/db/timezone/TZVersionDiffRecord"; // OLD_NEW
 
+// The zone of a localtime link that had to be reset.
+inline constexpr char default_zone[] = "America/Los_Angeles";
+
 // What the update agent installs; never written here.
 inline constexpr char latest_update_link[] = "/var/db/timezone/tz_latest"; // to the newest update
 inline constexpr char update_directory[] = "/var/db/timezone/tz/"; // holds a directory per update

@@ -1,0 +1,377 @@
+#include "status/problems.h"
+
+#include "status/goodness.h"
+
+#include "fs/paths.h"
+
+#include <sys/stat.h>
+
+#include <optional>
+
+namespace quorrel::status
+{
+namespace
+{
+
+using finding = std::optional<problem>;
+
+// Texts.
+
+// Quotes a text for the shell, if it has to be.
+std::string quoted(const std::string& text)
+{
+    const std::string plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_/.+-";
+    if (text.find_first_not_of(plain) == text.npos)
+        return text;
+    std::string result = "'";
+    for (const char c : text)
+        result += c == '\'' ? "'\\''" : std::string(1, c);
+    return result + "'";
+}
+
+// Commands.
+
+// Returns a command that keeps what is in the way under a new name.
+std::string keep(const std::string& path, const std::string& command = "mv ")
+{
+    struct stat status;
+    std::string name = path + ".old";
+    while (lstat(name.c_str(), &status) == 0)
+        name += "~";
+    return command + path + " " + name;
+}
+
+std::string link(const entry& at, const std::string& target)
+{
+    const std::string command = "ln -sfn " + quoted(target) + " " + at.path;
+    if (at.is_missing() || at.is_link())
+        return command;
+    // A file may be a zone that is read: it stays until the link replaces it.
+    return keep(at.path, at.is_file() ? "cp -p " : "mv ") + " && " + command;
+}
+
+std::string remove(const entry& at)
+{
+    return at.is_link() ? "rm " + at.path : keep(at.path);
+}
+
+std::string write(const word_file& file, const std::string& word)
+{
+    const std::string command = "echo " + word + " >" + file.path;
+    return file.is_missing || file.is_regular ? command : keep(file.path) + " && " + command;
+}
+
+std::string open_up(const dataset& data)
+{
+    return "chmod -R go+rX " + (data.is_system() ? data.tree : data.path);
+}
+
+// Puts before the commands that link to an update what makes it readable.
+std::vector<std::string> with_modes(const dataset& data, std::vector<std::string> commands)
+{
+    if (!data.unreadable.empty())
+        commands.insert(commands.begin(), open_up(data));
+    return commands;
+}
+
+std::string relink_latest(const disk& now)
+{
+    return now.best ? link(now.tz_latest, now.best->path) : remove(now.tz_latest);
+}
+
+bool latest_is_in_use(const disk& now)
+{
+    return now.in_use && now.latest && now.in_use->path == now.latest->path;
+}
+
+std::string with_best(const disk& now, const std::string& fault)
+{
+    return fault + (now.best ? ". The newest good update is " + now.best->name + "."
+                             : ". There is no good update.");
+}
+
+// Links both kinds of data to the newest good update or, if there is none, the system partition;
+// and tz_latest, if it names the update that was in use.
+std::vector<std::string> publish_best(const disk& now)
+{
+    std::vector<std::string> commands;
+    if (now.best) {
+        commands = with_modes(*now.best, {link(now.zoneinfo, now.best->tree),
+                                          link(now.icutz, now.best->icu_directory)});
+    } else if (now.system.has_tree) {
+        commands = {link(now.zoneinfo, now.system.tree)};
+        if (!now.icutz.is_missing())
+            commands.push_back(remove(now.icutz));
+    }
+    if (latest_is_in_use(now))
+        commands.push_back(relink_latest(now));
+    return commands;
+}
+
+// The checks, one fault each.
+
+finding check_data_directory(const disk& now)
+{
+    const std::string path = "/var/db/timezone";
+    if (!now.has_data_directory) {
+        problem missing = {path + " is missing.", {"(umask 022; mkdir -p " + path + "/tz)"}};
+        if (!now.zone.empty())
+            missing.commands.push_back(
+                link(now.localtime, paths::zoneinfo_link + ("/" + now.zone)));
+        return missing;
+    }
+    if (now.data_is_read_only)
+        return problem{path + " is on a read-only file system. Mount it writable.", {}};
+    if (!now.root_may_write)
+        return problem{"Root cannot write to " + path + " without further privileges.",
+                       {"chown 0 " + path, "chmod u+rwx " + path}};
+    return {};
+}
+
+finding check_system_tree(const disk& now)
+{
+    if (now.system.has_tree)
+        return {};
+    const bool is_in_use = now.in_use && now.in_use->is_system();
+    return problem{"The system partition has no zoneinfo tree, " + now.system.tree +
+                       ". Put the tree of this system's image there.",
+                   is_in_use ? publish_best(now) : std::vector<std::string>()};
+}
+
+// Finds what is wrong with a word of the system partition; `right` is what belongs there, if known.
+finding check_word(const disk& now, const word_file& file, const std::string& right,
+                   const std::string& fault, const std::string& advice)
+{
+    std::string sentence = file.path + " ";
+    if (file.is_missing)
+        sentence += "is missing.";
+    else if (!file.is_regular)
+        sentence += "is not a regular file.";
+    else if (file.word.empty())
+        sentence += "is blank.";
+    else
+        sentence += "begins with " + quoted(file.word) + ", which is " + fault + ".";
+    sentence += right.empty() ? " " + advice : " It should hold " + right + ".";
+    if (now.system_is_read_only)
+        return problem{sentence + " It is on a read-only file system: correct the image.", {}};
+    if (right.empty())
+        return problem{sentence, {}};
+    return problem{sentence, {write(file, right)}};
+}
+
+finding check_release(const disk& now)
+{
+    const std::string right = is_release(now.built_release) ? now.built_release : "";
+    if (!now.system.has_tree || is_release(now.system.release.word))
+        return {};
+    return check_word(now, now.system.release, right, "no tz release",
+                      "Write the release that the tree was built from into it, for example 2026b.");
+}
+
+finding check_schema(const disk& now)
+{
+    if (is_schema(now.schema.word))
+        return {};
+    finding result =
+        check_word(now, now.schema, system_schema(now), "no ICU schema, so updates are refused",
+                   "Write the schema that this system's libraries read into it, for example 44l.");
+    if (!result->commands.empty())
+        result->commands.insert(result->commands.begin(), "mkdir -p " + now.system.icu_directory);
+    return result;
+}
+
+finding check_ways(const disk& now)
+{
+    if (now.closed_directory.empty())
+        return {};
+    return problem{"Others cannot enter " + now.closed_directory + ", and may see UTC.",
+                   {"chmod go+rx " + now.closed_directory}};
+}
+
+finding check_in_use(const disk& now)
+{
+    const entry& zoneinfo = now.zoneinfo;
+    if (!now.has_data_directory)
+        return {};
+    if (zoneinfo.is_missing())
+        return problem{with_best(now, "The zoneinfo link is missing"), publish_best(now)};
+    if (!zoneinfo.is_link())
+        return problem{with_best(now, zoneinfo.path + " is not a link"), publish_best(now)};
+    if (!now.in_use)
+        return problem{
+            with_best(now, "The zoneinfo link names no dataset, but " + quoted(zoneinfo.target)),
+            publish_best(now)};
+    const std::string fault = fault_in(now, *now.in_use);
+    if (now.in_use->is_system() && !now.system.has_tree)
+        return {}; // found by check_system_tree
+    if (fault.empty())
+        return {};
+    const std::string subject =
+        now.in_use->is_system() ? "The system partition" : "Update " + quoted(now.in_use->name);
+    return problem{with_best(now, subject + " is in use, but " + fault), publish_best(now)};
+}
+
+finding check_icu_link(const disk& now)
+{
+    const entry& icutz = now.icutz;
+    if (!now.has_data_directory || check_in_use(now))
+        return {};
+    if (now.in_use->is_system()) {
+        if (icutz.is_missing())
+            return {};
+        return problem{"The system partition is in use, which has no ICU link, but there is " +
+                           icutz.path + ".",
+                       {remove(icutz)}};
+    }
+    const std::string in_use = ", but " + now.in_use->name + " is in use.";
+    const std::vector<std::string> commands = {link(icutz, now.in_use->icu_directory)};
+    if (icutz.is_missing())
+        return problem{"The ICU link is missing" + in_use, commands};
+    if (!icutz.is_link())
+        return problem{icutz.path + " is not a link.", commands};
+    if (icutz.target == now.in_use->icu_directory)
+        return {};
+    for (const dataset& update : now.updates)
+        if (icutz.target == update.icu_directory)
+            return problem{"The ICU link names update " + quoted(update.name) + in_use, commands};
+    return problem{"The ICU link names " + quoted(icutz.target) + in_use, commands};
+}
+
+finding check_legacy_icu_link(const disk& now)
+{
+    if (now.legacy_icu_link.is_missing())
+        return {};
+    return problem{now.legacy_icu_link.path + ", the legacy ICU link, is left over.",
+                   {remove(now.legacy_icu_link)}};
+}
+
+// Returns what is wrong with tz_latest, to be read after its name, or an empty string.
+std::string fault_in_latest(const disk& now)
+{
+    if (!now.tz_latest.is_link())
+        return "is not a link";
+    if (!now.latest)
+        return now.tz_latest.target.starts_with('/')
+                   ? "names " + quoted(now.tz_latest.target) + ", which is no update"
+                   : "has the relative target " + quoted(now.tz_latest.target);
+    if (now.latest->name.ends_with('/'))
+        return "has a slash at the end of its target";
+    const std::string which = "names update " + quoted(now.latest->name) + ", which ";
+    if (const std::string fault = fault_in(now, *now.latest); !fault.empty())
+        return which + fault;
+    if (!(now.latest->version > system_version(now)))
+        return which + "is not newer than the system partition";
+    if (now.in_use && !check_in_use(now) && now.latest->version < now.in_use->version)
+        return which + "is older than " + now.in_use->name + ", which is in use";
+    return "";
+}
+
+finding check_latest(const disk& now)
+{
+    if (now.tz_latest.is_missing() || fault_in_latest(now).empty())
+        return {};
+    if (latest_is_in_use(now) && check_in_use(now))
+        return {}; // the same fault
+    const std::string sentence = with_best(now, "tz_latest " + fault_in_latest(now));
+    return problem{sentence, now.best ? with_modes(*now.best, {relink_latest(now)})
+                                      : std::vector<std::string>{relink_latest(now)}};
+}
+
+finding check_readers(const disk& now, const dataset& data)
+{
+    if (data.unreadable.empty())
+        return {};
+    const std::string sentence =
+        "Others cannot read " + quoted(data.unreadable) + ", and may see UTC.";
+    if (data.is_system() && now.system_is_read_only)
+        return problem{sentence + " It is on a read-only file system: correct the image.", {}};
+    return problem{sentence, {open_up(data)}};
+}
+
+finding check_readers_in_use(const disk& now)
+{
+    return now.in_use && !check_in_use(now) ? check_readers(now, *now.in_use) : finding();
+}
+
+finding check_readers_of_latest(const disk& now)
+{
+    return now.latest && !latest_is_in_use(now) && !check_latest(now)
+               ? check_readers(now, *now.latest)
+               : finding();
+}
+
+// Finishes a problem with a link to the local zone.
+problem relink(const disk& now, const std::string& sentence, const entry& at,
+               const std::string& tree)
+{
+    if (now.zone.empty())
+        return {sentence + " Which zone was meant is not known: link it to the zone's file in " +
+                    tree + ".",
+                {}};
+    return {sentence, {link(at, tree + "/" + now.zone)}};
+}
+
+finding check_localtime(const disk& now)
+{
+    const entry& localtime = now.localtime;
+    const auto reset = [&](const std::string& sentence) {
+        return relink(now, sentence, localtime, paths::zoneinfo_link);
+    };
+    if (!now.has_data_directory)
+        return {};
+    if (localtime.is_missing())
+        return reset("The localtime link is missing.");
+    if (!localtime.is_link())
+        return reset(localtime.path + " is not a link.");
+    if (!localtime.target.starts_with(std::string(paths::zoneinfo_link) + "/"))
+        return reset("The localtime link names " + quoted(localtime.target) +
+                     ", which is not in the published tree.");
+    if (now.localtime_zone.empty())
+        return reset("The localtime link names no zone.");
+    if (!now.zone.empty() && now.zone != now.localtime_zone)
+        return reset("The localtime link names the zone " + quoted(now.localtime_zone) +
+                     ", but the local zone is " + quoted(now.zone) + ".");
+    if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
+        return problem{"No dataset has the zone " + quoted(now.zone) + ". Link " + localtime.path +
+                           " and /etc/localtime to the one that was meant.",
+                       {}};
+    return {};
+}
+
+finding check_etc_localtime(const disk& now)
+{
+    const entry& etc = now.etc_localtime;
+    const auto reset = [&](const std::string& sentence) {
+        return relink(now, sentence, etc,
+                      now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link);
+    };
+    if (etc.is_missing())
+        return reset("/etc/localtime is missing.");
+    if (etc.is_file())
+        return reset("/etc/localtime is a copy, which follows no update.");
+    if (!etc.is_link())
+        return reset("/etc/localtime is not a link.");
+    if (!now.etc_leads_to_published_tree)
+        return reset("/etc/localtime names " + quoted(etc.target) + ", which follows no update.");
+    if (now.etc_zone != now.zone)
+        return reset("/etc/localtime names no zone that there is.");
+    return {};
+}
+
+} // namespace
+
+std::vector<problem> find_problems(const disk& now)
+{
+    if (const finding found = check_data_directory(now); found && now.data_is_read_only)
+        return {*found}; // nothing else can be cured before
+    std::vector<problem> problems;
+    for (const auto check :
+         {check_data_directory, check_system_tree, check_release, check_schema, check_ways,
+          check_in_use, check_readers_in_use, check_icu_link, check_legacy_icu_link, check_latest,
+          check_readers_of_latest, check_localtime, check_etc_localtime})
+        if (const finding found = check(now))
+            problems.push_back(*found);
+    return problems;
+}
+
+} // namespace quorrel::status

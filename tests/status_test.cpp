@@ -1,0 +1,151 @@
+#include "disk.h"
+#include "run.h"
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+namespace
+{
+
+std::string text_of(const char* path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return abbreviated(text.str());
+}
+
+// Runs quorrel-status. Leaves the commands that it prints in /var/cure, and returns its sentences
+// and, in a last line, its status.
+std::string problems()
+{
+    shell("$STATUS >/var/all 2>&1; echo $? >>/var/all; sed -n 's/^    //p' /var/all >/var/cure; "
+          "sed '1,/^unused /d; /^$/d; /^    /d' /var/all >/var/problems");
+    return text_of("/var/problems");
+}
+
+const std::string zone = "ln -sfn ~/zoneinfo/Zone ~/localtime\n";
+const std::string etc = "ln -sfn /usr/share/zoneinfo/Zone /etc/localtime\n";
+const std::string icutz = "ln -sfn ~/tz/2024e/icutz ~/icutz\n";
+const std::string publish = "ln -sfn ~/tz/2024e/zoneinfo ~/zoneinfo\n" + icutz;
+const std::string latest = "ln -sfn ~/tz/2024e ~/tz_latest\n";
+const std::string release = "echo 2024a >/usr/share/zoneinfo.default/+VERSION\n";
+const std::string schema = "mkdir -p /usr/share/icu\necho 44l >/usr/share/icu/icutzformat.txt\n";
+
+// Breaks a disk that is in order, with 2024e in use and the latest. In the shell, S is the system
+// partition's tree.
+const struct {
+    std::string breakage, sentence, cure;
+} faults[] = {
+    // The system partition.
+    {"rm -r $S", "The system partition has no zoneinfo tree, ", ""},
+    {"rm $S/+VERSION", "/+VERSION is missing. It should hold 2024a.", release},
+    {"echo >$S/+VERSION", "/+VERSION is blank. It should hold 2024a.", release},
+    {"echo 2024a.1 >$S/+VERSION", "begins with 2024a.1, which is no tz release.", release},
+    {"echo 2147483648a >$S/+VERSION", "with 2147483648a, which is no tz release.", release},
+    {"rm $S/+VERSION; mkfifo $S/+VERSION", "/+VERSION is not a regular file.",
+     "mv /usr/share/zoneinfo.default/+VERSION /usr/share/zoneinfo.default/+VERSION.old && " +
+         release},
+    {"rm $S/+VERSION $S/tzdata.zi", "Write the release that the tree was built from into it", ""},
+    {"rm -r /usr/share/icu", "/icutzformat.txt is missing. It should hold 44l.", schema},
+    {"echo 44I >/usr/share/icu/icutzformat.txt",
+     "begins with 44I, which is no ICU schema, so updates", schema},
+    // What is in use.
+    {"rm zoneinfo", "The zoneinfo link is missing.", publish},
+    {"rm zoneinfo; mkdir zoneinfo", "~/zoneinfo is not a link.",
+     "mv ~/zoneinfo ~/zoneinfo.old && " + publish},
+    {"ln -sfn tz/2024e/zoneinfo zoneinfo",
+     "no dataset, but tz/2024e/zoneinfo. The newest good update is 2024e.", publish},
+    {"ln -sfn $PWD/tz/2022a/zoneinfo zoneinfo", "2022a is in use, but is not installed.", publish},
+    {"mv tz/2024e tz/2024f", "2024e is in use, but is not installed.",
+     "ln -sfn ~/tz/2024f/zoneinfo ~/zoneinfo\nln -sfn ~/tz/2024f/icutz ~/icutz\n"
+     "ln -sfn ~/tz/2024f ~/tz_latest\n"},
+    {"ln -sfn $PWD/tz/2023z/zoneinfo zoneinfo", "but is older than the system partition.", publish},
+    {"ln -sfn $PWD/tz/2024d/zoneinfo zoneinfo",
+     "but has ICU schema 44b, not the system partition's"
+     ", 44l.",
+     publish},
+    {"rm -r tz/2024b/zoneinfo; ln -sfn $PWD/tz/2024b/zoneinfo zoneinfo",
+     "but has no zoneinfo tree.", publish},
+    {"rm tz/2024b/zoneinfo/Zone; ln -sfn $PWD/tz/2024b/zoneinfo zoneinfo",
+     "Update 2024b is in use, but lacks the zone Zone.", publish},
+    // The ICU link.
+    {"rm icutz", "The ICU link is missing, but 2024e is in use.", icutz},
+    {"rm icutz; mkdir icutz", "~/icutz is not a link.", "mv ~/icutz ~/icutz.old && " + icutz},
+    {"ln -sfn $PWD/tz/2024b/icutz icutz", "names update 2024b, but 2024e is in use.", icutz},
+    {"ln -sfn /var/no icutz", "The ICU link names /var/no, but 2024e is in use.", icutz},
+    {"rm tz_latest; ln -sfn $S zoneinfo", "The system partition is in use, which has no ICU link",
+     "rm ~/icutz\n"},
+    {"ln -s /var/no /var/db/icutz", "/var/db/icutz, the legacy ICU link, is left over.",
+     "rm /var/db/icutz\n"},
+    // The latest update.
+    {"rm tz_latest; : >tz_latest", "tz_latest is not a link.",
+     "cp -p ~/tz_latest ~/tz_latest.old && " + latest},
+    {"ln -sfn tz/2024e tz_latest", "tz_latest has the relative target tz/2024e.", latest},
+    {"ln -sfn /var/no tz_latest", "tz_latest names /var/no, which is no update.", latest},
+    {"ln -sfn $PWD/tz/2024e/ tz_latest", "has a slash at the end of its target.", latest},
+    {"ln -sfn $PWD/tz/2024E tz_latest", "update 2024E, which is not installed.", latest},
+    {"mkdir tz/2024e.1.0-rc1; ln -sfn $PWD/tz/2024e.1.0-rc1 tz_latest",
+     "which has a name that is no version such as", latest},
+    {"mkdir tz/2147483648a; ln -sfn $PWD/tz/2147483648a tz_latest",
+     "which has a number above 2147483647 in its name.", latest},
+    {"rm tz/2024b/icutz/*; ln -sfn $PWD/tz/2024b tz_latest", "which has no ICU data file.", latest},
+    {": >tz/2024b/icutz/icutz7e.dat; ln -sfn $PWD/tz/2024b tz_latest",
+     "which has ICU data files of several schemas.", latest},
+    {"rm tz/2024b/zoneinfo/+*; mkfifo tz/2024b/zoneinfo/+VERSION; ln -sfn $PWD/tz/2024b tz_latest",
+     "which has something at zoneinfo/+VERSION that stalls a run.", latest},
+    {"ln -sfn $PWD/tz/2024a.1.0 tz_latest", "which is not newer than the system partition.",
+     latest},
+    {"ln -sfn $PWD/tz/2024c tz_latest", "2024c, which is older than 2024e, which is in use.",
+     latest},
+    // The local zone.
+    {"rm localtime", "The localtime link is missing.", zone},
+    {"rm localtime; : >localtime", "~/localtime is not a link.",
+     "cp -p ~/localtime ~/localtime.old && " + zone},
+    {"ln -sfn /usr/share/zoneinfo/Zone localtime", "which is not in the published tree.", zone},
+    {"ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime",
+     "names the zone America/Los_Angeles, but the local zone is Zone.", zone},
+    {"ln -sfn $PWD/zoneinfo/No localtime; ln -sfn $PWD/localtime /etc/localtime",
+     "No dataset has the zone No.", ""},
+    {"ln -sfn zoneinfo/Zone localtime; ln -sfn $PWD/localtime /etc/localtime",
+     "The localtime link names zoneinfo/Zone, which is not in the published tree.", zone},
+    {"ln -sfn $PWD/zoneinfo/ localtime", "The localtime link names no zone.", zone},
+    {"ln -sfn /usr/share/zoneinfo/No /etc/localtime", "names no zone that there is.", etc},
+    {"rm /etc/localtime", "/etc/localtime is missing.", etc},
+    {"cp --remove-destination $S/Zone /etc/localtime", "is a copy, which follows no update.",
+     "cp -p /etc/localtime /etc/localtime.old && " + etc},
+    {"ln -sfn $S/Zone /etc/localtime", "default/Zone, which follows no update.", etc},
+    {"rm localtime /etc/localtime; ln -s $PWD/localtime /etc/localtime",
+     "Which zone was meant is not known", ""},
+    // Those who read it.
+    {"chmod 700 tz", "Others cannot enter ~/tz,", "chmod go+rx ~/tz\n"},
+    {"chmod 640 tz/2024e/zoneinfo/Zone", "Others cannot read ~/tz/2024e/zoneinfo/Zone,",
+     "chmod -R go+rX ~/tz/2024e\n"},
+    {"chmod 640 tz/2024e/icutz/*", "Others cannot read ~/tz/2024e/icutz/icutz44l.dat,",
+     "chmod -R go+rX ~/tz/2024e\n"},
+    {"rm icutz; ln -sfn $S zoneinfo; chmod 750 tz/2024e/zoneinfo",
+     "Others cannot read ~/tz/2024e/zoneinfo,", "chmod -R go+rX ~/tz/2024e\n"},
+    // The place.
+    {"mv $PWD /var/moved", "/var/db/timezone is missing.", "(umask 022; mkdir -p ~/tz)\n" + zone},
+    {"chmod 555 $PWD", "Root cannot write to /var/db/timezone without further privileges.",
+     "chown 0 /var/db/timezone\nchmod u+rwx /var/db/timezone\n"},
+};
+
+} // namespace
+
+TEST(status, finds_each_fault_and_prints_what_cures_it)
+{
+    for (const auto& [breakage, sentence, cure] : faults) {
+        fresh_disk("2024e", "2024e");
+        put("/usr/share/zoneinfo.default/tzdata.zi", "# version 2024a\n");
+        shell("cd /var/db/timezone; S=/usr/share/zoneinfo.default; " + breakage);
+        const std::string found = problems();
+        EXPECT_NE(found.find(sentence), found.npos) << breakage << ": " << found;
+        EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 2) << breakage << ": " << found;
+        EXPECT_EQ(text_of("/var/cure"), cure) << breakage;
+        if (!cure.empty()) {
+            EXPECT_EQ(shell("sh -e /var/cure; $PROGRAM 2>/var/printed"), 0) << breakage;
+            EXPECT_EQ(problems(), "0\n") << breakage;
+        }
+    }
+}
