@@ -23,7 +23,7 @@ int shell(const std::string& command);
 // what it printed, as `warnings_of` does, and then what it changed below /var/db, in the lines of
 // `tools/disk show`, where "gone" stands before what is no longer there. The outcome of a run that
 // prints and changes nothing is empty. "~/" stands for /var/db/timezone/.
-std::string run(const std::string& command = "$PROGRAM ignored");
+std::string run(const std::string& command = "$PROGRAM ignored <&-");
 inline const std::string unchanged;
 
 // Runs the action and returns what it printed, a line per warning, without the program's name and,

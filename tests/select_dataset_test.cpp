@@ -55,6 +55,8 @@ TEST(select_dataset, decides_by_schema_and_version)
          given_up + activated("2024a.1.0", "2024e", marked)},
         {"the latest is older than the one given up", "2024d", "2024b",
          given_up + refused + "2024b vs. 2024d\n" + reset + marked},
+        {"the latest is in use, but older than the system", "2023z", "2023z",
+         given_up + refused + "2023z vs. 2023z\n" + reset + marked},
         {"it is newer than that", "2023z", "2024a",
          given_up + activated("2024a.1.0", "2024a", marked)},
         {"the one in use is gone", "2022a", nothing, no_schema + given_up + reset + marked},
@@ -64,8 +66,9 @@ TEST(select_dataset, decides_by_schema_and_version)
          no_link + refused + "2023z vs. 2024a.1.0\n" + zoneinfo_reset},
         {"tz_latest names tz/ itself", "2023z", "",
          given_up + bad_path + "~/tz/\n" + lost + reset + marked},
-        {"tz_latest leads elsewhere", "2024b", "/usr/share/zoneinfo.default",
-         bad_path + "/usr/share/zoneinfo.default\n" + lost + reset},
+        {"tz_latest leads elsewhere", "2024b", "/var/db/timezone/tZ/2024c",
+         bad_path + "~/tZ/2024c\n" + lost + reset},
+        {"tz_latest is relative", "2024b", "tz/2024c", bad_path + "tz/2024c\n" + lost + reset},
         {"tz_latest names no version", "2024b", "/var/db/timezone/tz//",
          no_version + refused + "/ vs. 2024b\n"},
         {"a number out of range", "2024b", "2147483648a", lost + reset},
@@ -100,4 +103,7 @@ TEST(select_dataset, leaves_a_marker_as_it_is)
     last_write_time(marker, an_hour_ago);
     EXPECT_EQ(warnings_of(quorrel::touch_needs_cleanup), "");
     EXPECT_TRUE(last_write_time(marker) == an_hour_ago && file_size(marker) == 7);
+    put("needs_cleanup", directory);
+    EXPECT_EQ(warnings_of(quorrel::touch_needs_cleanup, with_error_texts),
+              "Cannot touch file ~/needs_cleanup: Is a directory\n");
 }
