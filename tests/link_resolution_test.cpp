@@ -15,10 +15,10 @@ TEST(link_resolution, turns_a_tree_into_its_dataset_and_refuses_any_other_target
     const std::pair<std::string, std::string> refused[] = {
         {"an update is a directory above its tree", "/var/db/timezone/tz/2024a.1.0"},
         {"an update has a name", "/var/db/timezone/tz//zoneinfo"},
-        {"the directory of the updates is none", "/var/db/timezone/tz/"},
+        {"the directory of the updates is no dataset", "/var/db/timezone/tz/"},
         {"letters are compared with their case", "/var/db/timezone/tZ/2024a.1.0/zoneinfo"},
         {"no slash follows the system's tree", "/usr/share/zoneinfo.default/"},
-        {"there is a link", ""},
+        {"a missing link names no dataset", ""},
     };
     for (const auto& [rule, target] : refused)
         EXPECT_THROW((void)dataset_path_from_link(target), int) << rule;

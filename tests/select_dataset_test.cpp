@@ -19,7 +19,7 @@ TEST(select_dataset, decides_by_schema_and_version)
     const std::string no_link = "Bad zoneinfo link \n" + started_over;
     const std::string zoneinfo_unread = "read_symlink: ~/zoneinfo\n" + started_over;
     const std::string latest_unread = "read_symlink: ~/tz_latest\n"; // before the zoneinfo link
-    const std::string given_up = "Symlink points at data incompatible with installed system\n";
+    const std::string out_of_use = "Symlink points at data incompatible with installed system\n";
     const std::string refused = "New update not compatible or older version: ";
     const std::string lost = "Unable to locate data; resetting to system partition\n";
     const std::string untouched = "Cannot touch file ~/needs_cleanup\n";
@@ -52,20 +52,20 @@ TEST(select_dataset, decides_by_schema_and_version)
         {"the latest is in use", "2024b", "2024b", refused + "2024b vs. 2024b\n"},
         {"the latest has another schema", "2024b", "2024d", refused + "2024d vs. 2024b\n"},
         {"another schema in use", "2024d", "2024e",
-         given_up + activated("2024a.1.0", "2024e", marked)},
-        {"the latest is older than the one given up", "2024d", "2024b",
-         given_up + refused + "2024b vs. 2024d\n" + reset + marked},
+         out_of_use + activated("2024a.1.0", "2024e", marked)},
+        {"the latest is older than the one taken out of use", "2024d", "2024b",
+         out_of_use + refused + "2024b vs. 2024d\n" + reset + marked},
         {"the latest is in use, but older than the system", "2023z", "2023z",
-         given_up + refused + "2023z vs. 2023z\n" + reset + marked},
+         out_of_use + refused + "2023z vs. 2023z\n" + reset + marked},
         {"it is newer than that", "2023z", "2024a",
-         given_up + activated("2024a.1.0", "2024a", marked)},
-        {"the one in use is gone", "2022a", nothing, no_schema + given_up + reset + marked},
+         out_of_use + activated("2024a.1.0", "2024a", marked)},
+        {"the one in use is gone", "2022a", nothing, no_schema + out_of_use + reset + marked},
         {"a first run, without a link", nothing, "2024b",
          no_link + activated("2024a.1.0", "2024b", "")},
         {"an update older than the system", nothing, "2023z",
          no_link + refused + "2023z vs. 2024a.1.0\n" + zoneinfo_reset},
         {"tz_latest names tz/ itself", "2023z", "",
-         given_up + bad_path + "~/tz/\n" + lost + reset + marked},
+         out_of_use + bad_path + "~/tz/\n" + lost + reset + marked},
         {"tz_latest leads elsewhere", "2024b", "/var/db/timezone/tZ/2024c",
          bad_path + "~/tZ/2024c\n" + lost + reset},
         {"tz_latest is relative", "2024b", "tz/2024c", bad_path + "tz/2024c\n" + lost + reset},

@@ -30,7 +30,7 @@ bool is_public_file(const FTSENT& entry)
            entry.fts_info == FTS_F && (entry.fts_statp->st_mode & S_IROTH) != 0;
 }
 
-// Returns the schema in the name of the directory's first ICU data file, or an empty text.
+// Returns the schema in the name of the directory's first ICU data file, or an empty string.
 std::string find_schema(std::string directory)
 {
     char* const roots[] = {directory.data(), nullptr};

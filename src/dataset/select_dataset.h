@@ -10,7 +10,7 @@ namespace quorrel
 [[nodiscard]] bool may_stay(const kelvo_dataset& current, const kelvo_dataset& system);
 
 // Returns whether the latest update is activated: whether it is compatible with the system
-// partition and newer than the dataset that the zoneinfo link names, even if that does not stay.
+// partition and newer than the dataset that the zoneinfo link names, even if that may not stay.
 [[nodiscard]] bool may_replace(const kelvo_dataset& current, const kelvo_dataset& latest,
                                const kelvo_dataset& system);
 
@@ -24,7 +24,7 @@ namespace quorrel
 // Throws nothing. Data that cannot be read is treated as missing. Three more failures are passed
 // over: creating needs_cleanup, writing TZVersionDiffRecord, and removing an ICU link that is not
 // replaced. On any other, it warns and publishes the system partition; if that fails too, the links
-// stay as the failure leaves them.
+// are as the failure left them.
 void select_dataset() noexcept;
 
 } // namespace quorrel
