@@ -25,6 +25,13 @@ TEST(boot, migrates_and_removes_the_legacy_icu_link)
         put("icutz", link);
         EXPECT_EQ(run(), outcome) << rule;
     }
+
+    // The decision would remove a link that dangles, so that nothing would be in the way.
+    put("/var/db/icutz", "-> timezone");
+    put("icutz", "-> /var/no");
+    put("zoneinfo", nothing);
+    EXPECT_TRUE(run().starts_with("create_symlink: from ~/icutz to timezone\n" + failed))
+        << "it comes before the decision";
 }
 
 TEST(boot, leaves_corrects_or_resets_the_localtime_link)

@@ -20,7 +20,8 @@ int shell(const std::string& command)
     setenv("STATUS", QUORREL_PROGRAM "-status", 1);
     setenv("DISK", QUORREL_TOOLS "/disk", 1);
     setenv("COMMAND", ("IFS=; " + command).c_str(), 1); // the paths may contain blanks
-    return WEXITSTATUS(std::system("exec timeout 10 sh -c \"$COMMAND\""));
+    const int status = std::system("exec timeout 10 sh -c \"$COMMAND\"");
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::string run(const std::string& command)

@@ -3,8 +3,6 @@
 #include "disk.h"
 #include "run.h"
 
-#include <sys/stat.h>
-
 #include <filesystem>
 
 TEST(select_dataset, decides_by_schema_and_version)
@@ -57,7 +55,7 @@ TEST(select_dataset, decides_by_schema_and_version)
          out_of_use + refused + "2024b vs. 2024d\n" + reset + marked},
         {"the latest is in use, but older than the system", "2023z", "2023z",
          out_of_use + refused + "2023z vs. 2023z\n" + reset + marked},
-        {"it is newer than that", "2023z", "2024a",
+        {"the latest is older than the system, but newer than the one in use", "2023z", "2024a",
          out_of_use + activated("2024a.1.0", "2024a", marked)},
         {"the one in use is gone", "2022a", nothing, no_schema + out_of_use + reset + marked},
         {"a first run, without a link", nothing, "2024b",

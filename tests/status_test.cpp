@@ -62,9 +62,7 @@ const struct {
      "ln -sfn ~/tz/2024f ~/tz_latest\n"},
     {"ln -sfn $PWD/tz/2023z/zoneinfo zoneinfo", "but is older than the system partition.", publish},
     {"ln -sfn $PWD/tz/2024d/zoneinfo zoneinfo",
-     "but has ICU schema 44b, not the system partition's"
-     ", 44l.",
-     publish},
+     "but has ICU schema 44b, not the system partition's, 44l.", publish},
     {"rm -r tz/2024b/zoneinfo; ln -sfn $PWD/tz/2024b/zoneinfo zoneinfo",
      "but has no zoneinfo tree.", publish},
     {"rm tz/2024b/zoneinfo/Zone; ln -sfn $PWD/tz/2024b/zoneinfo zoneinfo",

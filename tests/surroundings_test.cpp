@@ -27,15 +27,18 @@ TEST(surroundings, do_not_stop_a_run_if_broken)
         corrected;
     const std::string readers_gone = "mkfifo /var/pipe; exec 3<>/var/pipe 4>/var/pipe 3<&-; ";
     const std::string huge = "ulimit -s 256; printf '%01000000d2024a' 0 >+VERSION; ";
-    EXPECT_EQ(eventful_run("umask 2; $PROGRAM 2>&-"), activated);
-    EXPECT_EQ(eventful_run("umask 2; " + readers_gone + "$PROGRAM 2>&4"), activated);
-    EXPECT_EQ(eventful_run("umask 2; " + huge + "$PROGRAM 2>/dev/null"), activated);
+    EXPECT_EQ(eventful_run("umask 2; $PROGRAM 2>&-"), activated) << "no standard error";
+    EXPECT_EQ(eventful_run("umask 2; " + readers_gone + "$PROGRAM 2>&4"), activated)
+        << "nobody reads standard error";
+    EXPECT_EQ(eventful_run("umask 2; " + huge + "$PROGRAM 2>/dev/null"), activated)
+        << "a release word longer than the stack";
 
     const std::string outcome = eventful_run("ulimit -f 0; $PROGRAM 2>/var/file");
-    EXPECT_TRUE(outcome.ends_with("~/TZVersionDiffRecord file 644 \n" + corrected)) << outcome;
-    // With this release not even the system partition can be published.
+    EXPECT_TRUE(outcome.ends_with("~/TZVersionDiffRecord file 644 \n" + corrected))
+        << "no file may grow: " << outcome;
     EXPECT_EQ(eventful_run("echo 2147483648a >+VERSION; $PROGRAM"),
               "Unable to locate data; resetting to system partition\n"
               "Correcting localtime link to ~/zoneinfo/Zone\n~/needs_cleanup nothing\n" +
-                  corrected);
+                  corrected)
+        << "not even the system partition can be published";
 }
