@@ -132,10 +132,9 @@ finding check_system_tree(const disk& now)
 {
     if (now.system.has_tree)
         return {};
-    const bool is_in_use = now.in_use && now.in_use->is_system();
     return problem{"The system partition has no zoneinfo tree, " + now.system.tree +
                        ". Put the tree of this system's image there.",
-                   is_in_use ? publish_best(now) : std::vector<std::string>()};
+                   {}};
 }
 
 // Finds what is wrong with a word of the system partition; `right` is what belongs there, if known.
@@ -191,8 +190,6 @@ finding check_ways(const disk& now)
 finding check_in_use(const disk& now)
 {
     const entry& zoneinfo = now.zoneinfo;
-    if (!now.has_data_directory)
-        return {};
     if (zoneinfo.is_missing())
         return problem{with_best(now, "The zoneinfo link is missing"), publish_best(now)};
     if (!zoneinfo.is_link())
@@ -214,7 +211,7 @@ finding check_in_use(const disk& now)
 finding check_icu_link(const disk& now)
 {
     const entry& icutz = now.icutz;
-    if (!now.has_data_directory || check_in_use(now))
+    if (check_in_use(now))
         return {};
     if (now.in_use->is_system()) {
         if (icutz.is_missing())
@@ -317,8 +314,6 @@ finding check_localtime(const disk& now)
     const auto reset = [&](const std::string& sentence) {
         return relink(now, sentence, localtime, paths::zoneinfo_link);
     };
-    if (!now.has_data_directory)
-        return {};
     if (localtime.is_missing())
         return reset("The localtime link is missing.");
     if (!localtime.is_link())
@@ -362,12 +357,12 @@ finding check_etc_localtime(const disk& now)
 
 std::vector<problem> find_problems(const disk& now)
 {
-    if (const finding found = check_data_directory(now); found && now.data_is_read_only)
+    if (const finding found = check_data_directory(now))
         return {*found}; // nothing else can be cured before
     std::vector<problem> problems;
     for (const auto check :
-         {check_data_directory, check_system_tree, check_release, check_schema, check_ways,
-          check_in_use, check_readers_in_use, check_icu_link, check_legacy_icu_link, check_latest,
+         {check_system_tree, check_release, check_schema, check_ways, check_in_use,
+          check_readers_in_use, check_icu_link, check_legacy_icu_link, check_latest,
           check_readers_of_latest, check_localtime, check_etc_localtime})
         if (const finding found = check(now))
             problems.push_back(*found);
