@@ -73,15 +73,20 @@ std::string destination(const entry& link)
     return path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
 }
 
+// Returns whether reading what is at the path may never end.
+bool stalls(const std::string& path)
+{
+    const mode_t mode = mode_of(path);
+    return S_ISFIFO(mode) || S_ISCHR(mode) || S_ISBLK(mode);
+}
+
 // Reads nothing but regular files: a named pipe would stall.
 word_file read_word(const std::string& path)
 {
-    const mode_t mode = mode_of(path);
-    if (S_ISREG(mode) && access(path.c_str(), R_OK) != 0)
+    const bool is_file = is_regular(path);
+    if (is_file && access(path.c_str(), R_OK) != 0)
         cannot_look_at(path, errno);
-    return {path, mode_of(path, lstat) == 0, S_ISREG(mode),
-            S_ISFIFO(mode) || S_ISCHR(mode) || S_ISBLK(mode),
-            S_ISREG(mode) ? fs::first_word(path) : ""};
+    return {path, mode_of(path, lstat) == 0, is_file, is_file ? fs::first_word(path) : ""};
 }
 
 // Returns the path of something in a directory that others cannot read, or an empty string. The
@@ -168,15 +173,14 @@ std::vector<std::string> names_in(const std::string& directory)
     return names;
 }
 
-dataset read_dataset(const std::string& path, const std::string& zone)
+dataset read_dataset(const disk& now, const std::string& path)
 {
     const std::string_view updates = paths::update_directory;
     dataset result = {};
     result.path = path;
     result.tree = path.empty() ? paths::system_zoneinfo : path + paths::update_zoneinfo;
     result.icu_directory = path.empty() ? paths::system_icu : path + paths::update_icu;
-    result.release = read_word(result.tree + paths::release_file);
-    result.name = path.empty() ? result.release.word + ".1.0" : path.substr(updates.size());
+    result.name = path.empty() ? now.release.word + ".1.0" : path.substr(updates.size());
     try {
         result.version.parse(result.name);
     } catch (const std::out_of_range&) {
@@ -185,7 +189,8 @@ dataset read_dataset(const std::string& path, const std::string& zone)
     }
     result.is_installed = path.empty() || is_directory(path);
     result.has_tree = is_directory(result.tree);
-    result.has_zone = !zone.empty() && is_regular(result.tree + "/" + zone);
+    result.stalls = stalls(result.tree + paths::release_file);
+    result.has_zone = !now.zone.empty() && is_regular(result.tree + "/" + now.zone);
     for (const std::string& name : names_in(result.icu_directory))
         if (S_ISREG(mode_of(result.icu_directory + "/" + name, lstat)))
             result.schemas.insert(kelvo_icu::schema_in(name.c_str()));
@@ -193,12 +198,12 @@ dataset read_dataset(const std::string& path, const std::string& zone)
     return result;
 }
 
-std::vector<dataset> read_updates(const std::string& zone)
+std::vector<dataset> read_updates(const disk& now)
 {
     std::vector<dataset> updates;
     for (const std::string& name : names_in(paths::update_directory))
         if (is_directory(paths::update_directory + name))
-            updates.push_back(read_dataset(paths::update_directory + name, zone));
+            updates.push_back(read_dataset(now, paths::update_directory + name));
     std::sort(updates.begin(), updates.end(), [](const dataset& left, const dataset& right) {
         return left.version == right.version ? left.name < right.name
                                              : left.version < right.version;
@@ -210,7 +215,7 @@ std::optional<dataset> read_in_use(const disk& now)
 {
     try {
         const std::string path = dataset_path_from_link(now.zoneinfo.target);
-        return path.empty() ? now.system : read_dataset(path, now.zone);
+        return path.empty() ? now.system : read_dataset(now, path);
     } catch (int) {
         return {};
     }
@@ -222,7 +227,7 @@ std::optional<dataset> read_latest(const disk& now)
     const std::string& path = now.tz_latest.target;
     if (!path.starts_with(updates) || path.size() == updates.size())
         return {};
-    return read_dataset(path, now.zone);
+    return read_dataset(now, path);
 }
 
 // Looks for what others cannot read in the datasets that matter, in each once.
@@ -242,8 +247,8 @@ void read_modes(disk& now)
 // partition, and one to build that leaves everything as it is.
 std::string predict(const disk& now)
 {
-    if (now.system.release.stalls || now.schema.stalls ||
-        (now.in_use && now.in_use->release.stalls) || (now.latest && now.latest->release.stalls))
+    if (now.system.stalls || stalls(now.schema.path) || (now.in_use && now.in_use->stalls) ||
+        stalls(now.tz_latest.target + paths::update_zoneinfo + paths::release_file))
         return "unknown";
     std::string result = now.in_use ? now.in_use->name : "";
     try {
@@ -315,13 +320,14 @@ disk read_disk()
     now.etc_zone = etc == paths::localtime_link ? now.localtime_zone : zone_in(etc);
     now.zone = choose_zone(now);
 
-    now.system = read_dataset({}, now.zone);
-    now.schema = read_word(now.system.icu_directory + paths::icu_format_file);
+    now.release = read_word(std::string(paths::system_zoneinfo) + paths::release_file);
+    now.schema = read_word(std::string(paths::system_icu) + paths::icu_format_file);
+    now.system = read_dataset(now, {});
     now.system.schemas = {now.schema.word};
     now.system.schemas.erase("");
     now.built_release = read_built_release(now.system.tree + "/tzdata.zi");
     now.system_is_read_only = is_read_only("/usr/share") || is_read_only(paths::system_zoneinfo);
-    now.updates = read_updates(now.zone);
+    now.updates = read_updates(now);
     now.in_use = read_in_use(now);
     now.latest = read_latest(now);
     now.best = find_best(now);

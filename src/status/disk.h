@@ -24,12 +24,11 @@ struct entry {
     [[nodiscard]] bool is_file() const { return S_ISREG(mode); }
 };
 
-// A small file whose first word a run reads.
+// A small file of the system partition whose first word a run reads.
 struct word_file {
     std::string path;
     bool is_missing;
     bool is_regular;  // a link is followed
-    bool stalls;      // a run that reads it: a named pipe or a device
     std::string word; // empty if it is not a regular file
 };
 
@@ -38,10 +37,10 @@ struct dataset {
     std::string path; // as for kelvo_dataset: empty for the system partition
     std::string name; // the version as text, as kelvo_dataset has it
     std::string tree, icu_directory;
-    word_file release;
     tz_version version; // unset if the name is none
     bool has_too_big_number;
     bool is_installed, has_tree;
+    bool stalls;                   // a run that reads its release: a named pipe or a device
     bool has_zone;                 // the local one
     std::set<std::string> schemas; // of its data files, readable or not
     std::string unreadable;        // something in it that others cannot read, or empty; known of
@@ -59,7 +58,7 @@ struct disk {
     bool etc_leads_to_published_tree; // /etc/localtime does
 
     dataset system;
-    word_file schema;
+    word_file release, schema;
     std::string built_release; // the release in the comments of the system's tree, or empty
     bool system_is_read_only;
 

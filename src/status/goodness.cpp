@@ -23,7 +23,7 @@ std::string fault_in_data(const disk& now, const dataset& update)
         return "has a name that is no version such as 2026b.1.0";
     if (!update.has_tree)
         return "has no zoneinfo tree";
-    if (update.release.stalls)
+    if (update.stalls)
         return "has something at zoneinfo/+VERSION that stalls a run";
     if (update.schemas.empty())
         return "has no ICU data file";
@@ -56,7 +56,7 @@ bool is_schema(const std::string& text)
 
 tz_version system_version(const disk& now)
 {
-    const std::string& word = now.system.release.word;
+    const std::string& word = now.release.word;
     const std::string& release = is_release(word) ? word : now.built_release;
     return is_release(release) ? tz_version(release + ".1.0") : tz_version();
 }

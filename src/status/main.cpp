@@ -54,18 +54,18 @@ std::string unused(const disk& now)
 
 void print(const disk& now)
 {
-    const auto version_and_schema = [](const std::optional<dataset>& data) {
-        if (!data)
-            return std::string();
-        const bool is_named = !data->is_system() || !data->release.word.empty();
-        return (is_named ? data->name : "none") + "   ICU " +
-               (data->schemas.empty() ? "none" : *data->schemas.begin());
+    const auto or_none = [](const std::string& version) {
+        return version == ".1.0" ? "none" : version; // a system partition without a release
+    };
+    const auto version_and_schema = [&](const std::optional<dataset>& data) {
+        return !data ? ""
+                     : or_none(data->name) + "   ICU " +
+                           (data->schemas.empty() ? "none" : *data->schemas.begin());
     };
     print("system partition", version_and_schema(now.system));
     print("in use", version_and_schema(now.in_use));
     print("latest update", version_and_schema(now.latest));
-    print("after the next run",
-          now.version_after_next_run == ".1.0" ? "" : now.version_after_next_run);
+    print("after the next run", or_none(now.version_after_next_run));
     print("local zone", local_time(now));
     print("unused", unused(now));
 }

@@ -161,9 +161,9 @@ finding check_word(const disk& now, const word_file& file, const std::string& ri
 finding check_release(const disk& now)
 {
     const std::string right = is_release(now.built_release) ? now.built_release : "";
-    if (!now.system.has_tree || is_release(now.system.release.word))
+    if (!now.system.has_tree || is_release(now.release.word))
         return {};
-    return check_word(now, now.system.release, right, "no tz release",
+    return check_word(now, now.release, right, "no tz release",
                       "Write the release that the tree was built from into it, for example 2026b.");
 }
 
