@@ -108,6 +108,14 @@ std::vector<std::string> publish_best(const disk& now)
     return commands;
 }
 
+// Finishes a problem of the system partition, which no command cures if it is read only.
+problem on_system(const disk& now, const problem& found)
+{
+    if (now.system_is_read_only)
+        return {found.sentence + " It is on a read-only file system: correct the image.", {}};
+    return found;
+}
+
 // The checks, one fault each.
 
 finding check_data_directory(const disk& now)
@@ -151,11 +159,9 @@ finding check_word(const disk& now, const word_file& file, const std::string& ri
     else
         sentence += "begins with " + quoted(file.word) + ", which is " + fault + ".";
     sentence += right.empty() ? " " + advice : " It should hold " + right + ".";
-    if (now.system_is_read_only)
-        return problem{sentence + " It is on a read-only file system: correct the image.", {}};
     if (right.empty())
-        return problem{sentence, {}};
-    return problem{sentence, {write(file, right)}};
+        return on_system(now, {sentence, {}});
+    return on_system(now, {sentence, {write(file, right)}});
 }
 
 finding check_release(const disk& now)
@@ -181,10 +187,12 @@ finding check_schema(const disk& now)
 
 finding check_ways(const disk& now)
 {
-    if (now.closed_directory.empty())
+    const std::string& closed = now.closed_directory;
+    if (closed.empty())
         return {};
-    return problem{"Others cannot enter " + now.closed_directory + ", and may see UTC.",
-                   {"chmod go+rx " + now.closed_directory}};
+    const problem found = {"Others cannot enter " + closed + ", and may see UTC.",
+                           {"chmod go+rx " + closed}};
+    return closed.starts_with("/usr") ? on_system(now, found) : found;
 }
 
 finding check_in_use(const disk& now)
@@ -274,27 +282,16 @@ finding check_latest(const disk& now)
                                       : std::vector<std::string>{relink_latest(now)}};
 }
 
-finding check_readers(const disk& now, const dataset& data)
+finding check_readers(const disk& now)
 {
-    if (data.unreadable.empty())
-        return {};
-    const std::string sentence =
-        "Others cannot read " + quoted(data.unreadable) + ", and may see UTC.";
-    if (data.is_system() && now.system_is_read_only)
-        return problem{sentence + " It is on a read-only file system: correct the image.", {}};
-    return problem{sentence, {open_up(data)}};
-}
-
-finding check_readers_in_use(const disk& now)
-{
-    return now.in_use && !check_in_use(now) ? check_readers(now, *now.in_use) : finding();
-}
-
-finding check_readers_of_latest(const disk& now)
-{
-    return now.latest && !latest_is_in_use(now) && !check_latest(now)
-               ? check_readers(now, *now.latest)
-               : finding();
+    for (const auto& data : {now.in_use, now.latest})
+        if (data && !data->unreadable.empty() && fault_in(now, *data).empty()) {
+            const problem found = {"Others cannot read " + quoted(data->unreadable) +
+                                       ", and may see UTC.",
+                                   {open_up(*data)}};
+            return data->is_system() ? on_system(now, found) : found;
+        }
+    return {};
 }
 
 // Finishes a problem with a link to the local zone.
@@ -360,10 +357,9 @@ std::vector<problem> find_problems(const disk& now)
     if (const finding found = check_data_directory(now))
         return {*found}; // nothing else can be cured before
     std::vector<problem> problems;
-    for (const auto check :
-         {check_system_tree, check_release, check_schema, check_ways, check_in_use,
-          check_readers_in_use, check_icu_link, check_legacy_icu_link, check_latest,
-          check_readers_of_latest, check_localtime, check_etc_localtime})
+    for (const auto check : {check_system_tree, check_release, check_schema, check_ways,
+                             check_in_use, check_readers, check_icu_link, check_legacy_icu_link,
+                             check_latest, check_localtime, check_etc_localtime})
         if (const finding found = check(now))
             problems.push_back(*found);
     return problems;
