@@ -69,7 +69,8 @@ const struct {
      "Update 2024b is in use, but lacks the zone Zone.", publish},
     // The ICU link.
     {"rm icutz", "The ICU link is missing, but 2024e is in use.", icutz},
-    {"rm icutz; mkdir icutz", "~/icutz is not a link.", "mv ~/icutz ~/icutz.old && " + icutz},
+    {"rm icutz; mkdir icutz", "~/icutz is not a link, but 2024e is in use.",
+     "mv ~/icutz ~/icutz.old && " + icutz},
     {"ln -sfn $PWD/tz/2024b/icutz icutz", "names update 2024b, but 2024e is in use.", icutz},
     {"ln -sfn /var/no icutz", "The ICU link names /var/no, but 2024e is in use.", icutz},
     {"rm tz_latest; ln -sfn $S zoneinfo", "The system partition is in use, which has no ICU link",

@@ -195,51 +195,54 @@ finding check_ways(const disk& now)
     return closed.starts_with("/usr") ? on_system(now, found) : found;
 }
 
+// Returns what is wrong with what is in use, or an empty string.
+std::string fault_in_use(const disk& now)
+{
+    if (now.zoneinfo.is_missing())
+        return "The zoneinfo link is missing";
+    if (!now.zoneinfo.is_link())
+        return now.zoneinfo.path + " is not a link";
+    if (!now.in_use)
+        return "The zoneinfo link names no dataset, but " + quoted(now.zoneinfo.target);
+    if (now.in_use->is_system() && !now.system.has_tree)
+        return ""; // found by check_system_tree
+    const std::string fault = fault_in(now, *now.in_use);
+    if (fault.empty())
+        return "";
+    return (now.in_use->is_system() ? "The system partition"
+                                    : "Update " + quoted(now.in_use->name)) +
+           " is in use, but " + fault;
+}
+
 finding check_in_use(const disk& now)
 {
-    const entry& zoneinfo = now.zoneinfo;
-    if (zoneinfo.is_missing())
-        return problem{with_best(now, "The zoneinfo link is missing"), publish_best(now)};
-    if (!zoneinfo.is_link())
-        return problem{with_best(now, zoneinfo.path + " is not a link"), publish_best(now)};
-    if (!now.in_use)
-        return problem{
-            with_best(now, "The zoneinfo link names no dataset, but " + quoted(zoneinfo.target)),
-            publish_best(now)};
-    const std::string fault = fault_in(now, *now.in_use);
-    if (now.in_use->is_system() && !now.system.has_tree)
-        return {}; // found by check_system_tree
-    if (fault.empty())
-        return {};
-    const std::string subject =
-        now.in_use->is_system() ? "The system partition" : "Update " + quoted(now.in_use->name);
-    return problem{with_best(now, subject + " is in use, but " + fault), publish_best(now)};
+    const std::string fault = fault_in_use(now);
+    return fault.empty() ? finding() : problem{with_best(now, fault), publish_best(now)};
 }
 
 finding check_icu_link(const disk& now)
 {
     const entry& icutz = now.icutz;
-    if (check_in_use(now))
+    if (!fault_in_use(now).empty())
         return {};
-    if (now.in_use->is_system()) {
-        if (icutz.is_missing())
-            return {};
-        return problem{"The system partition is in use, which has no ICU link, but there is " +
+    const bool is_system = now.in_use->is_system();
+    if (is_system ? icutz.is_missing() : icutz.target == now.in_use->icu_directory)
+        return {};
+    if (is_system)
+        return problem{"The system partition is in use, which has no ICU "
+                       "link, but there is " +
                            icutz.path + ".",
                        {remove(icutz)}};
-    }
-    const std::string in_use = ", but " + now.in_use->name + " is in use.";
-    const std::vector<std::string> commands = {link(icutz, now.in_use->icu_directory)};
-    if (icutz.is_missing())
-        return problem{"The ICU link is missing" + in_use, commands};
-    if (!icutz.is_link())
-        return problem{icutz.path + " is not a link.", commands};
-    if (icutz.target == now.in_use->icu_directory)
-        return {};
+    std::string fault = "The ICU link names " + quoted(icutz.target);
     for (const dataset& update : now.updates)
         if (icutz.target == update.icu_directory)
-            return problem{"The ICU link names update " + quoted(update.name) + in_use, commands};
-    return problem{"The ICU link names " + quoted(icutz.target) + in_use, commands};
+            fault = "The ICU link names update " + quoted(update.name);
+    if (icutz.is_missing())
+        fault = "The ICU link is missing";
+    else if (!icutz.is_link())
+        fault = icutz.path + " is not a link";
+    return problem{fault + ", but " + now.in_use->name + " is in use.",
+                   {link(icutz, now.in_use->icu_directory)}};
 }
 
 finding check_legacy_icu_link(const disk& now)
@@ -266,20 +269,19 @@ std::string fault_in_latest(const disk& now)
         return which + fault;
     if (!(now.latest->version > system_version(now)))
         return which + "is not newer than the system partition";
-    if (now.in_use && !check_in_use(now) && now.latest->version < now.in_use->version)
+    if (now.in_use && fault_in_use(now).empty() && now.latest->version < now.in_use->version)
         return which + "is older than " + now.in_use->name + ", which is in use";
     return "";
 }
 
 finding check_latest(const disk& now)
 {
-    if (now.tz_latest.is_missing() || fault_in_latest(now).empty())
-        return {};
-    if (latest_is_in_use(now) && check_in_use(now))
-        return {}; // the same fault
-    const std::string sentence = with_best(now, "tz_latest " + fault_in_latest(now));
-    return problem{sentence, now.best ? with_modes(*now.best, {relink_latest(now)})
-                                      : std::vector<std::string>{relink_latest(now)}};
+    const std::string fault = now.tz_latest.is_missing() ? "" : fault_in_latest(now);
+    if (fault.empty() || (latest_is_in_use(now) && !fault_in_use(now).empty()))
+        return {}; // or the same fault
+    const std::vector<std::string> commands = {relink_latest(now)};
+    return problem{with_best(now, "tz_latest " + fault),
+                   now.best ? with_modes(*now.best, commands) : commands};
 }
 
 finding check_readers(const disk& now)
@@ -294,60 +296,57 @@ finding check_readers(const disk& now)
     return {};
 }
 
-// Finishes a problem with a link to the local zone.
-problem relink(const disk& now, const std::string& sentence, const entry& at,
-               const std::string& tree)
+// Finishes a problem with a link to the local zone. No fault is no problem.
+finding relink(const disk& now, const std::string& fault, const entry& at, const std::string& tree)
 {
-    if (now.zone.empty())
-        return {sentence + " Which zone was meant is not known: link it to the zone's file in " +
-                    tree + ".",
-                {}};
-    return {sentence, {link(at, tree + "/" + now.zone)}};
+    if (fault.empty())
+        return {};
+    if (!now.zone.empty())
+        return problem{fault, {link(at, tree + "/" + now.zone)}};
+    return problem{fault + " Which zone was meant is not known: link it to the zone's file in " +
+                       tree + ".",
+                   {}};
 }
 
 finding check_localtime(const disk& now)
 {
     const entry& localtime = now.localtime;
-    const auto reset = [&](const std::string& sentence) {
-        return relink(now, sentence, localtime, paths::zoneinfo_link);
-    };
+    std::string fault;
     if (localtime.is_missing())
-        return reset("The localtime link is missing.");
-    if (!localtime.is_link())
-        return reset(localtime.path + " is not a link.");
-    if (!localtime.target.starts_with(std::string(paths::zoneinfo_link) + "/"))
-        return reset("The localtime link names " + quoted(localtime.target) +
-                     ", which is not in the published tree.");
-    if (now.localtime_zone.empty())
-        return reset("The localtime link names no zone.");
-    if (!now.zone.empty() && now.zone != now.localtime_zone)
-        return reset("The localtime link names the zone " + quoted(now.localtime_zone) +
-                     ", but the local zone is " + quoted(now.zone) + ".");
-    if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
+        fault = "The localtime link is missing.";
+    else if (!localtime.is_link())
+        fault = localtime.path + " is not a link.";
+    else if (!localtime.target.starts_with(std::string(paths::zoneinfo_link) + "/"))
+        fault = "The localtime link names " + quoted(localtime.target) +
+                ", which is not in the published tree.";
+    else if (now.localtime_zone.empty())
+        fault = "The localtime link names no zone.";
+    else if (!now.zone.empty() && now.zone != now.localtime_zone)
+        fault = "The localtime link names the zone " + quoted(now.localtime_zone) +
+                ", but the local zone is " + quoted(now.zone) + ".";
+    else if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
         return problem{"No dataset has the zone " + quoted(now.zone) + ". Link " + localtime.path +
                            " and /etc/localtime to the one that was meant.",
                        {}};
-    return {};
+    return relink(now, fault, localtime, paths::zoneinfo_link);
 }
 
 finding check_etc_localtime(const disk& now)
 {
     const entry& etc = now.etc_localtime;
-    const auto reset = [&](const std::string& sentence) {
-        return relink(now, sentence, etc,
-                      now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link);
-    };
+    std::string fault;
     if (etc.is_missing())
-        return reset("/etc/localtime is missing.");
-    if (etc.is_file())
-        return reset("/etc/localtime is a copy, which follows no update.");
-    if (!etc.is_link())
-        return reset("/etc/localtime is not a link.");
-    if (!now.etc_leads_to_published_tree)
-        return reset("/etc/localtime names " + quoted(etc.target) + ", which follows no update.");
-    if (now.etc_zone != now.zone)
-        return reset("/etc/localtime names no zone that there is.");
-    return {};
+        fault = "/etc/localtime is missing.";
+    else if (etc.is_file())
+        fault = "/etc/localtime is a copy, which follows no update.";
+    else if (!etc.is_link())
+        fault = "/etc/localtime is not a link.";
+    else if (!now.etc_leads_to_published_tree)
+        fault = "/etc/localtime names " + quoted(etc.target) + ", which follows no update.";
+    else if (now.etc_zone != now.zone)
+        fault = "/etc/localtime names no zone that there is.";
+    return relink(now, fault, etc,
+                  now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link);
 }
 
 } // namespace
