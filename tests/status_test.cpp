@@ -56,6 +56,8 @@ const struct {
      "mv ~/zoneinfo ~/zoneinfo.old && " + publish},
     {"ln -sfn tz/2024e/zoneinfo zoneinfo",
      "no dataset, but tz/2024e/zoneinfo. The newest good update is 2024e.", publish},
+    {"ln -sfn $PWD/tz/2024e/icutz zoneinfo", "names no dataset, but ~/tz/2024e/icutz.",
+     publish + latest},
     {"ln -sfn $PWD/tz/2022a/zoneinfo zoneinfo", "2022a is in use, but is not installed.", publish},
     {"mv tz/2024e tz/2024f", "2024e is in use, but is not installed.",
      "ln -sfn ~/tz/2024f/zoneinfo ~/zoneinfo\nln -sfn ~/tz/2024f/icutz ~/icutz\n"

@@ -202,7 +202,7 @@ std::string fault_in_use(const disk& now)
         return "The zoneinfo link is missing";
     if (!now.zoneinfo.is_link())
         return now.zoneinfo.path + " is not a link";
-    if (!now.in_use)
+    if (!now.in_use || now.zoneinfo.target != now.in_use->tree)
         return "The zoneinfo link names no dataset, but " + quoted(now.zoneinfo.target);
     if (now.in_use->is_system() && !now.system.has_tree)
         return ""; // found by check_system_tree
