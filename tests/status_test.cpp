@@ -86,6 +86,7 @@ const struct {
     {"mkdir -p /var/no/zoneinfo; mkfifo /var/no/zoneinfo/+VERSION; ln -sfn /var/no tz_latest",
      "tz_latest names /var/no, which is no update.", latest},
     {"ln -sfn $PWD/tz/2024e/ tz_latest", "has a slash at the end of its target.", latest},
+    {"ln -sfn $PWD/tz/$(printf %0256d 1) tz_latest", "1, which is not installed.", latest},
     {"ln -sfn $PWD/tz/2024E tz_latest", "update 2024E, which is not installed.", latest},
     {"mkdir tz/2024e.1.0-rc1; ln -sfn $PWD/tz/2024e.1.0-rc1 tz_latest",
      "which has a name that is no version such as", latest},

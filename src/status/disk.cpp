@@ -36,13 +36,13 @@ using namespace std::string_literals;
     throw std::system_error(error, std::generic_category(), path);
 }
 
-// Returns the mode of what is at the path, or 0 for nothing and for a loop of links.
+// Returns the mode of what is at the path, or 0 for nothing, a loop of links and a name too long.
 mode_t mode_of(const std::string& path, decltype(stat) look = stat)
 {
     struct stat status;
     if (look(path.c_str(), &status) == 0)
         return status.st_mode;
-    if (errno != ENOENT && errno != ENOTDIR && errno != ELOOP)
+    if (errno != ENOENT && errno != ENOTDIR && errno != ELOOP && errno != ENAMETOOLONG)
         cannot_look_at(path, errno);
     return 0;
 }
