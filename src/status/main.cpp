@@ -47,7 +47,8 @@ std::string unused(const disk& now)
     std::string names;
     for (const dataset& update : now.updates)
         if ((!now.in_use || now.in_use->path != update.path) &&
-            (!now.latest || now.latest->path != update.path))
+            (!now.latest || now.latest->path != update.path) &&
+            now.icutz.target != update.icu_directory)
             names += (names.empty() ? "" : " ") + update.name;
     return names;
 }
