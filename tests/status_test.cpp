@@ -121,7 +121,7 @@ const struct {
     {"rm localtime /etc/localtime; ln -s $PWD/localtime /etc/localtime",
      "Which zone was meant is not known", ""},
     // Those who read it.
-    {"chmod 700 tz", "Others cannot enter ~/tz,", "chmod go+rx ~/tz\n"},
+    {"chmod 700 tz /var/db", "Others cannot enter /var/db ~/tz,", "chmod go+rx /var/db ~/tz\n"},
     {"chmod 640 tz/2024e/zoneinfo/Zone", "Others cannot read ~/tz/2024e/zoneinfo/Zone,",
      "chmod -R go+rX ~/tz/2024e\n"},
     {"chmod 640 tz/2024e/icutz/*", "Others cannot read ~/tz/2024e/icutz/icutz44l.dat,",
@@ -130,6 +130,8 @@ const struct {
      "Others cannot read ~/tz/2024e/zoneinfo,", "chmod -R go+rX ~/tz/2024e\n"},
     // The place.
     {"mv $PWD /var/moved", "/var/db/timezone is missing.", "(umask 022; mkdir -p ~/tz)\n" + zone},
+    {"mv $PWD /var/moved; ln -s /var/no /var/db/timezone", "/var/db/timezone is not a directory.",
+     "mv /var/db/timezone /var/db/timezone.old\n(umask 022; mkdir -p ~/tz)\n" + zone},
     {"chmod 555 $PWD", "Root cannot write to /var/db/timezone without further privileges.",
      "chown 0 /var/db/timezone\nchmod u+rwx /var/db/timezone\n"},
 };

@@ -126,14 +126,15 @@ bool root_may_write(const char* directory)
            (status.st_uid == 0 && (status.st_mode & S_IRWXU) == S_IRWXU);
 }
 
-// Returns a directory on the way to data that others cannot enter, or an empty string.
-std::string find_closed_directory()
+// Returns the directories on the way to data that others cannot enter, a blank before each.
+std::string find_closed_directories()
 {
-    for (const char* path :
-         {"/usr", "/usr/share", "/var", "/var/db", "/var/db/timezone", "/var/db/timezone/tz"})
+    std::string closed;
+    for (const char* path : {"/etc", "/usr", "/usr/share", "/var", "/var/db", "/var/db/timezone",
+                             "/var/db/timezone/tz"})
         if (const mode_t mode = mode_of(path); S_ISDIR(mode) && (mode & S_IXOTH) == 0)
-            return path;
-    return {};
+            closed += std::string(" ") + path;
+    return closed;
 }
 
 // Returns the release that zic's source names in its first line, "# version 2026b".
@@ -306,10 +307,11 @@ disk read_disk()
     now.tz_latest = look_at(paths::latest_update_link);
     now.legacy_icu_link = look_at(paths::legacy_icu_link);
     now.etc_localtime = look_at("/etc/localtime");
+    now.data_directory = look_at("/var/db/timezone");
     now.has_data_directory = is_directory(paths::data_directory);
-    now.data_is_read_only = is_read_only(paths::data_directory);
+    now.data_is_read_only = is_read_only(now.has_data_directory ? paths::data_directory : "/var");
     now.root_may_write = root_may_write(paths::data_directory);
-    now.closed_directory = find_closed_directory();
+    now.closed_directories = find_closed_directories();
     now.publishes_usr_share = destination(look_at(paths::legacy_zoneinfo)) == paths::zoneinfo_link;
 
     const std::string etc = destination(now.etc_localtime);

@@ -121,15 +121,17 @@ problem on_system(const disk& now, const problem& found)
 finding check_data_directory(const disk& now)
 {
     const std::string path = "/var/db/timezone";
+    if (now.data_is_read_only)
+        return problem{path + " is on a read-only file system. Mount it writable.", {}};
     if (!now.has_data_directory) {
         problem missing = {path + " is missing.", {"(umask 022; mkdir -p " + path + "/tz)"}};
+        if (!now.data_directory.is_missing())
+            missing = {path + " is not a directory.", {keep(path), missing.commands.front()}};
         if (!now.zone.empty())
             missing.commands.push_back(
                 link(now.localtime, paths::zoneinfo_link + ("/" + now.zone)));
         return missing;
     }
-    if (now.data_is_read_only)
-        return problem{path + " is on a read-only file system. Mount it writable.", {}};
     if (!now.root_may_write)
         return problem{"Root cannot write to " + path + " without further privileges.",
                        {"chown 0 " + path, "chmod u+rwx " + path}};
@@ -187,12 +189,12 @@ finding check_schema(const disk& now)
 
 finding check_ways(const disk& now)
 {
-    const std::string& closed = now.closed_directory;
+    const std::string& closed = now.closed_directories;
     if (closed.empty())
         return {};
-    const problem found = {"Others cannot enter " + closed + ", and may see UTC.",
-                           {"chmod go+rx " + closed}};
-    return closed.starts_with("/usr") ? on_system(now, found) : found;
+    const problem found = {"Others cannot enter" + closed + ", and may see UTC.",
+                           {"chmod go+rx" + closed}};
+    return closed.starts_with(" /usr") ? on_system(now, found) : found;
 }
 
 // Returns what is wrong with what is in use, or an empty string.
