@@ -84,6 +84,8 @@ bool zone_can_be_had(const disk& now)
 
 std::string fault_in(const disk& now, const dataset& data)
 {
+    if (data.is_system() && !data.has_tree)
+        return "has no zoneinfo tree, " + data.tree;
     const std::string fault = data.is_system() ? "" : fault_in_data(now, data);
     if (fault.empty() && !data.has_zone && zone_can_be_had(now))
         return "lacks the zone " + now.zone;
@@ -93,10 +95,11 @@ std::string fault_in(const disk& now, const dataset& data)
 std::optional<dataset> find_best(const disk& now)
 {
     const tz_version system = system_version(now);
-    if (system == tz_version() && now.in_use && !now.in_use->is_system())
+    const bool is_any_newer = system != tz_version() || !now.system.has_tree;
+    if (!is_any_newer && now.in_use && !now.in_use->is_system())
         return fault_in(now, *now.in_use).empty() ? now.in_use : std::nullopt;
     for (auto update = now.updates.rbegin(); update != now.updates.rend(); ++update)
-        if (system != tz_version() && update->version > system && fault_in(now, *update).empty())
+        if (is_any_newer && update->version > system && fault_in(now, *update).empty())
             return *update;
     return {};
 }

@@ -30,8 +30,9 @@ namespace quorrel::status
 // Returns what is wrong with a dataset, to be read after "update 2024b.1.0", or an empty string.
 [[nodiscard]] std::string fault_in(const disk& now, const dataset& data);
 
-// Returns the newest installed update that has no fault and is newer than the system partition; if
-// the system partition's version is not known, the one in use, if that has no fault.
+// Returns the newest installed update that has no fault and is newer than the system partition, as
+// any is if that has no tree; if only its version is not known, the one in use, if that has no
+// fault.
 [[nodiscard]] std::optional<dataset> find_best(const disk& now);
 
 } // namespace quorrel::status

@@ -140,8 +140,8 @@ finding check_data_directory(const disk& now)
 
 finding check_system_tree(const disk& now)
 {
-    if (now.system.has_tree)
-        return {};
+    if (now.system.has_tree || (now.in_use && now.in_use->is_system()))
+        return {}; // or the same fault as what is in use
     return problem{"The system partition has no zoneinfo tree, " + now.system.tree +
                        ". Put the tree of this system's image there.",
                    {}};
@@ -206,8 +206,6 @@ std::string fault_in_use(const disk& now)
         return now.zoneinfo.path + " is not a link";
     if (!now.in_use || now.zoneinfo.target != now.in_use->tree)
         return "The zoneinfo link names no dataset, but " + quoted(now.zoneinfo.target);
-    if (now.in_use->is_system() && !now.system.has_tree)
-        return ""; // found by check_system_tree
     const std::string fault = fault_in(now, *now.in_use);
     if (fault.empty())
         return "";
