@@ -1,13 +1,14 @@
 #include "status/disk.h"
 #include "status/problems.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <stdexcept>
-#include <sys/stat.h>
 
 using namespace quorrel::status;
 
@@ -100,7 +101,7 @@ int main(int argc, char** /*argv*/)
         return 2;
     }
     // The warnings of the program's own code say what a run would, not what is to be done.
-    const int messages = dup(STDERR_FILENO);
+    const int messages = fcntl(STDERR_FILENO, F_DUPFD, STDERR_FILENO + 1);
     if (std::freopen("/dev/null", "w", stderr) == nullptr)
         std::fclose(stderr);
     try {
