@@ -237,10 +237,11 @@ void read_modes(disk& now)
     std::map<std::string, std::string> unreadable; // by directory
     for (std::optional<dataset>* const data : {&now.in_use, &now.latest, &now.best})
         if (*data) {
-            const std::string& directory = (*data)->is_system() ? (*data)->tree : (*data)->path;
+            dataset& found = **data;
+            const std::string& directory = found.is_system() ? found.tree : found.path;
             if (!unreadable.contains(directory))
                 unreadable[directory] = find_unreadable(directory);
-            (*data)->unreadable = unreadable[directory];
+            found.unreadable = unreadable[directory];
         }
 }
 

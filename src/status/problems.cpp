@@ -148,7 +148,7 @@ finding check_system_tree(const disk& now)
 }
 
 // Finds what is wrong with a word of the system partition; `right` is what belongs there, if known.
-finding check_word(const disk& now, const word_file& file, const std::string& right,
+problem check_word(const disk& now, const word_file& file, const std::string& right,
                    const std::string& fault, const std::string& advice)
 {
     std::string sentence = file.path + " ";
@@ -179,11 +179,11 @@ finding check_schema(const disk& now)
 {
     if (is_schema(now.schema.word))
         return {};
-    finding result =
+    problem result =
         check_word(now, now.schema, system_schema(now), "no ICU schema, so updates are refused",
                    "Write the schema that this system's libraries read into it, for example 44l.");
-    if (!result->commands.empty())
-        result->commands.insert(result->commands.begin(), "mkdir -p " + now.system.icu_directory);
+    if (!result.commands.empty())
+        result.commands.insert(result.commands.begin(), "mkdir -p " + now.system.icu_directory);
     return result;
 }
 
@@ -223,7 +223,7 @@ finding check_in_use(const disk& now)
 finding check_icu_link(const disk& now)
 {
     const entry& icutz = now.icutz;
-    if (!fault_in_use(now).empty())
+    if (!now.in_use || !fault_in_use(now).empty())
         return {};
     const bool is_system = now.in_use->is_system();
     if (is_system ? icutz.is_missing() : icutz.target == now.in_use->icu_directory)
