@@ -46,6 +46,9 @@ const struct {
     {"rm $S/+VERSION; mkfifo $S/+VERSION", "/+VERSION is not a regular file.",
      "mv /usr/share/zoneinfo.default/+VERSION /usr/share/zoneinfo.default/+VERSION.old && " +
          release},
+    {"cd tz/2024b/zoneinfo; echo no >+VERSION; ln -sf $PWD/+VERSION $S", "begins with no, which",
+     "mv /usr/share/zoneinfo.default/+VERSION /usr/share/zoneinfo.default/+VERSION.old && " +
+         release},
     {"rm $S/+VERSION $S/tzdata.zi", "Write the release that the tree was built from into it", ""},
     {"rm -r /usr/share/icu", "/icutzformat.txt is missing. It should hold 44l.", schema},
     {"echo 44I >/usr/share/icu/icutzformat.txt",

@@ -57,7 +57,7 @@ bool is_regular(const std::string& path)
     return S_ISREG(mode_of(path));
 }
 
-entry look_at(const char* path)
+entry look_at(const std::string& path)
 {
     entry result = {path, mode_of(path, lstat), {}};
     if (result.is_link())
@@ -86,7 +86,7 @@ word_file read_word(const std::string& path)
     const bool is_file = is_regular(path);
     if (is_file && access(path.c_str(), R_OK) != 0)
         cannot_look_at(path, errno);
-    return {path, mode_of(path, lstat) == 0, is_file, is_file ? fs::first_word(path) : ""};
+    return {look_at(path), is_file, is_file ? fs::first_word(path) : ""};
 }
 
 // Returns the path of something in a directory that others cannot read, or an empty string. The
@@ -249,7 +249,7 @@ void read_modes(disk& now)
 // partition, and one to build that leaves everything as it is.
 std::string predict(const disk& now)
 {
-    if (now.system.stalls || stalls(now.schema.path) || (now.in_use && now.in_use->stalls) ||
+    if (now.system.stalls || stalls(now.schema.at.path) || (now.in_use && now.in_use->stalls) ||
         stalls(now.tz_latest.target + paths::update_zoneinfo + paths::release_file))
         return "unknown";
     std::string result = now.in_use ? now.in_use->name : "";

@@ -26,8 +26,7 @@ struct entry {
 
 // A small file of the system partition whose first word a run reads.
 struct word_file {
-    std::string path;
-    bool is_missing;
+    entry at;
     bool is_regular;  // a link is followed
     std::string word; // empty if it is not a regular file
 };

@@ -57,8 +57,9 @@ std::string remove(const entry& at)
 
 std::string write(const word_file& file, const std::string& word)
 {
-    const std::string command = "echo " + word + " >" + file.path;
-    return file.is_missing || file.is_regular ? command : keep(file.path) + " && " + command;
+    const std::string command = "echo " + word + " >" + file.at.path;
+    return file.at.is_missing() || file.at.is_file() ? command
+                                                     : keep(file.at.path) + " && " + command;
 }
 
 std::string open_up(const dataset& data)
@@ -151,8 +152,8 @@ finding check_system_tree(const disk& now)
 problem check_word(const disk& now, const word_file& file, const std::string& right,
                    const std::string& fault, const std::string& advice)
 {
-    std::string sentence = file.path + " ";
-    if (file.is_missing)
+    std::string sentence = file.at.path + " ";
+    if (file.at.is_missing())
         sentence += "is missing.";
     else if (!file.is_regular)
         sentence += "is not a regular file.";
