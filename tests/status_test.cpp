@@ -53,6 +53,7 @@ const struct {
     {"rm -r /usr/share/icu", "/icutzformat.txt is missing. It should hold 44l.", schema},
     {"echo 44I >/usr/share/icu/icutzformat.txt",
      "begins with 44I, which is no ICU schema, so updates", schema},
+    {"rm /usr/share/icu/* icutz tz_latest; ln -sfn $S zoneinfo", "Write the schema that this", ""},
     // What is in use.
     {"rm zoneinfo", "The zoneinfo link is missing.", publish},
     {"rm zoneinfo; mkdir zoneinfo", "~/zoneinfo is not a link.",
@@ -72,6 +73,8 @@ const struct {
      "but has no zoneinfo tree.", publish},
     {"rm tz/2024b/zoneinfo/Zone; ln -sfn $PWD/tz/2024b/zoneinfo zoneinfo",
      "Update 2024b is in use, but lacks the zone Zone.", publish},
+    {"rm tz_latest icutz $S/Zone tz/2024[bce]/zoneinfo/Zone; ln -sfn $S zoneinfo",
+     "No dataset has the zone Zone.", ""},
     // The ICU link.
     {"rm icutz", "The ICU link is missing, but 2024e is in use.", icutz},
     {"rm icutz; mkdir icutz", "~/icutz is not a link, but 2024e is in use.",

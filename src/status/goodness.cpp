@@ -68,7 +68,7 @@ std::string system_schema(const disk& now)
     std::set<std::string> schemas;
     if (now.in_use && !now.in_use->is_system())
         schemas = now.in_use->schemas;
-    else
+    if (schemas.empty())
         for (const dataset& update : now.updates)
             schemas.insert(update.schemas.begin(), update.schemas.end());
     return schemas.size() == 1 ? *schemas.begin() : "";
@@ -78,7 +78,9 @@ bool zone_can_be_had(const disk& now)
 {
     return now.system.has_zone ||
            std::any_of(now.updates.begin(), now.updates.end(), [&](const dataset& update) {
-               return update.has_zone && fault_in_data(now, update).empty();
+               const bool is_in_use = now.in_use && now.in_use->path == update.path;
+               return update.has_zone && fault_in_data(now, update).empty() &&
+                      (is_in_use || update.version > system_version(now));
            });
 }
 
@@ -95,11 +97,15 @@ std::string fault_in(const disk& now, const dataset& data)
 std::optional<dataset> find_best(const disk& now)
 {
     const tz_version system = system_version(now);
-    const bool is_any_newer = system != tz_version() || !now.system.has_tree;
-    if (!is_any_newer && now.in_use && !now.in_use->is_system())
-        return fault_in(now, *now.in_use).empty() ? now.in_use : std::nullopt;
+    if (system_schema(now).empty())
+        return {};
+    if (system == tz_version() && now.system.has_tree) {
+        const bool is_good =
+            now.in_use && !now.in_use->is_system() && fault_in(now, *now.in_use).empty();
+        return is_good ? now.in_use : std::nullopt;
+    }
     for (auto update = now.updates.rbegin(); update != now.updates.rend(); ++update)
-        if (is_any_newer && update->version > system && fault_in(now, *update).empty())
+        if (update->version > system && fault_in(now, *update).empty())
             return *update;
     return {};
 }

@@ -32,7 +32,7 @@ namespace quorrel::status
 
 // Returns the newest installed update that has no fault and is newer than the system partition, as
 // any is if that has no tree; if only its version is not known, the one in use, if that has no
-// fault.
+// fault; none if the schema is not known.
 [[nodiscard]] std::optional<dataset> find_best(const disk& now);
 
 } // namespace quorrel::status

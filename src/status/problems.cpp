@@ -88,7 +88,7 @@ bool latest_is_in_use(const disk& now)
 std::string with_best(const disk& now, const std::string& fault)
 {
     return fault + (now.best ? ". The newest good update is " + now.best->name + "."
-                             : ". There is no good update.");
+                             : ". No update is known to be good.");
 }
 
 // Links both kinds of data to the newest good update or, if there is none, the system partition;
