@@ -141,8 +141,8 @@ finding check_data_directory(const disk& now)
 
 finding check_system_tree(const disk& now)
 {
-    if (now.system.has_tree || (now.in_use && now.in_use->is_system()))
-        return {}; // or the same fault as what is in use
+    if (now.system.has_tree || (now.in_use && now.in_use->is_system() && now.best))
+        return {}; // or the same fault as what is in use, which is cured first
     return problem{"The system partition has no zoneinfo tree, " + now.system.tree +
                        ". Put the tree of this system's image there.",
                    {}};
@@ -208,8 +208,8 @@ std::string fault_in_use(const disk& now)
     if (!now.in_use || now.zoneinfo.target != now.in_use->tree)
         return "The zoneinfo link names no dataset, but " + quoted(now.zoneinfo.target);
     const std::string fault = fault_in(now, *now.in_use);
-    if (fault.empty())
-        return "";
+    if (fault.empty() || (now.in_use->is_system() && !now.system.has_tree && !now.best))
+        return ""; // or found by check_system_tree
     return (now.in_use->is_system() ? "The system partition"
                                     : "Update " + quoted(now.in_use->name)) +
            " is in use, but " + fault;
