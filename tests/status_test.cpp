@@ -39,7 +39,9 @@ const struct {
 } faults[] = {
     // The system partition.
     {"rm -r $S", "The system partition has no zoneinfo tree, ", ""},
-    {"rm -r $S icutz tz tz_latest; ln -sfn $S zoneinfo", "Put the tree of this system's image", ""},
+    {"cp --remove-destination $S/Zone /etc/localtime; rm -r $S icutz tz tz_latest; ln -sfn $S "
+     "zoneinfo",
+     "Put the tree of this system's image", ""},
     {"rm $S/+VERSION", "/+VERSION is missing. It should hold 2024a.", release},
     {"echo >$S/+VERSION", "/+VERSION is blank. It should hold 2024a.", release},
     {"echo 2024a.1 >$S/+VERSION", "begins with 2024a.1, which is no tz release.", release},

@@ -336,6 +336,8 @@ finding check_etc_localtime(const disk& now)
 {
     const entry& etc = now.etc_localtime;
     std::string fault;
+    if (!now.zone.empty() && !zone_can_be_had(now))
+        return {}; // nothing has the zone that it could lead to, as another problem says
     if (etc.is_missing())
         fault = "/etc/localtime is missing.";
     else if (etc.is_file())
