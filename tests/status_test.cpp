@@ -129,6 +129,8 @@ const struct {
     {"ln -sfn $S/Zone /etc/localtime", "default/Zone, which follows no update.", etc},
     {"rm localtime /etc/localtime; ln -s $PWD/localtime /etc/localtime",
      "Which zone was meant is not known", ""},
+    {"ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; rm /etc/localtime",
+     "/etc/localtime is missing. Which zone was meant is not known", ""},
     // Those who read it.
     {"chmod 700 tz /var/db", "Others cannot enter /var/db ~/tz,", "chmod go+rx /var/db ~/tz\n"},
     {"chmod 640 tz/2024e/zoneinfo/Zone", "Others cannot read ~/tz/2024e/zoneinfo/Zone,",

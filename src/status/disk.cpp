@@ -271,16 +271,18 @@ std::string predict(const disk& now)
     return result;
 }
 
+// Returns what a regular file holds, or an empty string.
 std::string content_of(const std::string& path)
 {
     std::ostringstream content;
-    content << std::ifstream(path).rdbuf();
+    if (is_regular(path))
+        content << std::ifstream(path).rdbuf();
     return content.str();
 }
 
 // Returns the local zone: the one that /etc/localtime names, which programs follow, or else that of
-// the localtime link; one that some tree has, if possible. Beside a file at /etc/localtime that is
-// another zone's, the default zone means only that a run has reset the link.
+// the localtime link; one that some tree has, if possible. If /etc/localtime neither names nor
+// holds the default zone, that means only that a run has reset the localtime link.
 std::string choose_zone(const disk& now)
 {
     std::vector<std::string> trees = {paths::system_zoneinfo};
@@ -290,7 +292,7 @@ std::string choose_zone(const disk& now)
         for (const std::string& tree : trees)
             if (!zone.empty() && is_regular(tree + "/" + zone)) {
                 const bool was_reset =
-                    now.etc_localtime.is_file() && zone == paths::default_zone &&
+                    zone == paths::default_zone && zone != now.etc_zone &&
                     content_of(now.etc_localtime.path) != content_of(tree + "/" + zone);
                 return was_reset ? "" : zone;
             }

@@ -304,8 +304,9 @@ finding relink(const disk& now, const std::string& fault, const entry& at, const
         return {};
     if (!now.zone.empty())
         return problem{fault, {link(at, tree + "/" + now.zone)}};
-    return problem{fault + " Which zone was meant is not known: link it to the zone's file in " +
-                       tree + ".",
+    return problem{fault +
+                       " Which zone was meant is not known: before the next run, link it to the " +
+                       "zone's file in " + tree + ".",
                    {}};
 }
 
