@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -154,7 +155,8 @@ std::string zone_in(const std::string& path)
     for (const std::string tree : {"/zoneinfo.default/", "/zoneinfo/"})
         if (const auto begin = path.rfind(tree); begin != path.npos) {
             const std::string zone = path.substr(begin + tree.size());
-            if (std::none_of(zone.begin(), zone.end(), [](unsigned char c) { return c < ' '; }))
+            if (std::none_of(zone.begin(), zone.end(),
+                             [](unsigned char c) { return std::iscntrl(c); }))
                 return zone;
         }
     return {};

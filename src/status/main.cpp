@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -19,7 +20,7 @@ namespace
 std::string shown(std::string text)
 {
     for (char& c : text)
-        if (static_cast<unsigned char>(c) < ' ')
+        if (std::iscntrl(static_cast<unsigned char>(c)))
             c = '?';
     return text;
 }
