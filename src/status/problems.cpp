@@ -64,7 +64,7 @@ std::string write(const word_file& file, const std::string& word)
 
 std::string open_up(const dataset& data)
 {
-    return "chmod -R go+rX " + (data.is_system() ? data.tree : data.path);
+    return "chmod -R go+rX " + quoted(data.is_system() ? data.tree : data.path);
 }
 
 // Puts before the commands that link to an update what makes it readable.
