@@ -123,8 +123,10 @@ bool is_read_only(const char* path)
 bool root_may_write(const char* directory)
 {
     struct stat status;
-    return stat(directory, &status) != 0 ||
-           (status.st_uid == 0 && (status.st_mode & S_IRWXU) == S_IRWXU);
+    if (stat(directory, &status) != 0)
+        return true;
+    const mode_t needed = status.st_uid == 0 ? S_IRWXU : status.st_gid == 0 ? S_IRWXG : S_IRWXO;
+    return (status.st_mode & needed) == needed;
 }
 
 // Returns the directories on the way to data that others cannot enter, a blank before each.
