@@ -20,17 +20,17 @@ std::string fault_in_data(const disk& now, const dataset& update)
     if (update.has_too_big_number)
         return "has a number above 2147483647 in its name";
     if (update.version == tz_version())
-        return "has a name that is no version such as 2026b.1.0";
+        return "has a name that is not a version";
     if (!update.has_tree)
         return "has no zoneinfo tree";
     if (update.stalls)
-        return "has something at zoneinfo/+VERSION that stalls a run";
+        return "has a pipe or a device at zoneinfo/+VERSION, which would stall a run";
     if (update.schemas.empty())
         return "has no ICU data file";
     if (update.schemas.size() > 1)
         return "has ICU data files of several schemas";
     if (!schema.empty() && !update.schemas.contains(schema))
-        return "has ICU schema " + *update.schemas.begin() + ", not the system partition's, " +
+        return "has ICU schema " + *update.schemas.begin() + ", but the system partition has " +
                schema;
     if (update.version < system_version(now))
         return "is older than the system partition";

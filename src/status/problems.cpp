@@ -134,7 +134,7 @@ finding check_data_directory(const disk& now)
         return missing;
     }
     if (!now.root_may_write)
-        return problem{"Root cannot write to " + path + " without further privileges.",
+        return problem{"The owner or the mode of " + path + " keeps quorrel from writing there.",
                        {"chown 0 " + path, "chmod u+rwx " + path}};
     return {};
 }
@@ -143,8 +143,8 @@ finding check_system_tree(const disk& now)
 {
     if (now.system.has_tree || (now.in_use && now.in_use->is_system() && now.best))
         return {}; // or the same fault as what is in use, which is cured first
-    return problem{"The system partition has no zoneinfo tree, " + now.system.tree +
-                       ". Put the tree of this system's image there.",
+    return problem{"The system partition's zoneinfo tree, " + now.system.tree +
+                       ", is missing. Put the tree of this system's image there.",
                    {}};
 }
 
@@ -172,7 +172,7 @@ finding check_release(const disk& now)
     const std::string right = is_release(now.built_release) ? now.built_release : "";
     if (!now.system.has_tree || is_release(now.release.word))
         return {};
-    return check_word(now, now.release, right, "no tz release",
+    return check_word(now, now.release, right, "not a tz release",
                       "Write the release that the tree was built from into it, for example 2026b.");
 }
 
@@ -181,7 +181,7 @@ finding check_schema(const disk& now)
     if (is_schema(now.schema.word))
         return {};
     problem result =
-        check_word(now, now.schema, system_schema(now), "no ICU schema, so updates are refused",
+        check_word(now, now.schema, system_schema(now), "not an ICU schema, so updates are refused",
                    "Write the schema that this system's libraries read into it, for example 44l.");
     if (!result.commands.empty())
         result.commands.insert(result.commands.begin(), "mkdir -p " + now.system.icu_directory);
@@ -193,7 +193,7 @@ finding check_ways(const disk& now)
     const std::string& closed = now.closed_directories;
     if (closed.empty())
         return {};
-    const problem found = {"Others cannot enter" + closed + ", and may see UTC.",
+    const problem found = {"Other users cannot enter" + closed + ", as their programs must.",
                            {"chmod go+rx" + closed}};
     return closed.starts_with(" /usr") ? on_system(now, found) : found;
 }
@@ -206,7 +206,8 @@ std::string fault_in_use(const disk& now)
     if (!now.zoneinfo.is_link())
         return now.zoneinfo.path + " is not a link";
     if (!now.in_use || now.zoneinfo.target != now.in_use->tree)
-        return "The zoneinfo link names no dataset, but " + quoted(now.zoneinfo.target);
+        return "The zoneinfo link names " + quoted(now.zoneinfo.target) +
+               ", which is not a dataset";
     const std::string fault = fault_in(now, *now.in_use);
     if (fault.empty() || (now.in_use->is_system() && !now.system.has_tree && !now.best))
         return ""; // or found by check_system_tree
@@ -230,9 +231,8 @@ finding check_icu_link(const disk& now)
     if (is_system ? icutz.is_missing() : icutz.target == now.in_use->icu_directory)
         return {};
     if (is_system)
-        return problem{"The system partition is in use, which has no ICU "
-                       "link, but there is " +
-                           icutz.path + ".",
+        return problem{"The system partition is in use and has no ICU link, but " + icutz.path +
+                           " exists.",
                        {remove(icutz)}};
     std::string fault = "The ICU link names " + quoted(icutz.target);
     for (const dataset& update : now.updates)
@@ -261,7 +261,7 @@ std::string fault_in_latest(const disk& now)
         return "is not a link";
     if (!now.latest)
         return now.tz_latest.target.starts_with('/')
-                   ? "names " + quoted(now.tz_latest.target) + ", which is no update"
+                   ? "names " + quoted(now.tz_latest.target) + ", which is not an update"
                    : "has the relative target " + quoted(now.tz_latest.target);
     if (now.latest->name.ends_with('/'))
         return "has a slash at the end of its target";
@@ -289,8 +289,8 @@ finding check_readers(const disk& now)
 {
     for (const auto& data : {now.in_use, now.latest})
         if (data && !data->unreadable.empty() && fault_in(now, *data).empty()) {
-            const problem found = {"Others cannot read " + quoted(data->unreadable) +
-                                       ", and may see UTC.",
+            const problem found = {"Other users cannot read " + quoted(data->unreadable) +
+                                       ", as their programs must.",
                                    {open_up(*data)}};
             return data->is_system() ? on_system(now, found) : found;
         }
@@ -304,10 +304,10 @@ finding relink(const disk& now, const std::string& fault, const entry& at, const
         return {};
     if (!now.zone.empty())
         return problem{fault, {link(at, tree + "/" + now.zone)}};
-    return problem{fault +
-                       " Which zone was meant is not known: before the next run, link it to the " +
-                       "zone's file in " + tree + ".",
-                   {}};
+    return problem{
+        fault + " It is not known which zone was meant: before the next run, link it to the " +
+            "zone's file in " + tree + ".",
+        {}};
 }
 
 finding check_localtime(const disk& now)
@@ -328,7 +328,7 @@ finding check_localtime(const disk& now)
                 ", but the local zone is " + quoted(now.zone) + ".";
     else if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
         return problem{"No dataset has the zone " + quoted(now.zone) + ". Link " + localtime.path +
-                           " and /etc/localtime to the one that was meant.",
+                           " and /etc/localtime to the file of the zone that was meant.",
                        {}};
     return relink(now, fault, localtime, paths::zoneinfo_link);
 }
@@ -348,7 +348,7 @@ finding check_etc_localtime(const disk& now)
     else if (!now.etc_leads_to_published_tree)
         fault = "/etc/localtime names " + quoted(etc.target) + ", which follows no update.";
     else if (now.etc_zone != now.zone)
-        fault = "/etc/localtime names no zone that there is.";
+        fault = "/etc/localtime does not name an existing zone.";
     return relink(now, fault, etc,
                   now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link);
 }
