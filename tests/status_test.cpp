@@ -43,8 +43,8 @@ const struct {
     {"cp --remove-destination $S/Zone /etc/localtime; rm -r $S icutz tz tz_latest; ln -sfn $S "
      "zoneinfo",
      "Put the tree of this system's image", ""},
-    {"rm $S/+VERSION", "/+VERSION is missing. It should hold 2024a.", release},
-    {"echo >$S/+VERSION", "/+VERSION is blank. It should hold 2024a.", release},
+    {"rm $S/+VERSION", "/+VERSION is missing. Its tree is release 2024a.", release},
+    {"echo >$S/+VERSION", "/+VERSION is blank. Its tree is release 2024a.", release},
     {"echo 2024a.1 >$S/+VERSION", "begins with 2024a.1, which is not a tz release.", release},
     {"echo 2147483648a >$S/+VERSION", "with 2147483648a, which is not a tz release.", release},
     {"rm $S/+VERSION; mkfifo $S/+VERSION", "/+VERSION is not a regular file.",
@@ -54,7 +54,7 @@ const struct {
      "mv /usr/share/zoneinfo.default/+VERSION /usr/share/zoneinfo.default/+VERSION.old && " +
          release},
     {"rm $S/+VERSION $S/tzdata.zi", "Write the release that the tree was built from into it", ""},
-    {"rm -r /usr/share/icu", "/icutzformat.txt is missing. It should hold 44l.", schema},
+    {"rm -r /usr/share/icu", "/icutzformat.txt is missing. The updates have 44l.", schema},
     {"echo 44I >/usr/share/icu/icutzformat.txt",
      "begins with 44I, which is not an ICU schema, so updates", schema},
     {"rm /usr/share/icu/* icutz tz_latest; ln -sfn $S zoneinfo", "Write the schema that this", ""},

@@ -148,9 +148,10 @@ finding check_system_tree(const disk& now)
                    {}};
 }
 
-// Finds what is wrong with a word of the system partition; `right` is what belongs there, if known.
+// Finds what is wrong with a word of the system partition; `right` is what belongs there, if known,
+// and `reason` why.
 problem check_word(const disk& now, const word_file& file, const std::string& right,
-                   const std::string& fault, const std::string& advice)
+                   const std::string& reason, const std::string& fault, const std::string& advice)
 {
     std::string sentence = file.at.path + " ";
     if (file.at.is_missing())
@@ -161,7 +162,7 @@ problem check_word(const disk& now, const word_file& file, const std::string& ri
         sentence += "is blank.";
     else
         sentence += "begins with " + quoted(file.word) + ", which is " + fault + ".";
-    sentence += right.empty() ? " " + advice : " It should hold " + right + ".";
+    sentence += " " + (right.empty() ? advice : reason + " " + right + ".");
     if (right.empty())
         return on_system(now, {sentence, {}});
     return on_system(now, {sentence, {write(file, right)}});
@@ -172,7 +173,7 @@ finding check_release(const disk& now)
     const std::string right = is_release(now.built_release) ? now.built_release : "";
     if (!now.system.has_tree || is_release(now.release.word))
         return {};
-    return check_word(now, now.release, right, "not a tz release",
+    return check_word(now, now.release, right, "Its tree is release", "not a tz release",
                       "Write the release that the tree was built from into it, for example 2026b.");
 }
 
@@ -181,7 +182,8 @@ finding check_schema(const disk& now)
     if (is_schema(now.schema.word))
         return {};
     problem result =
-        check_word(now, now.schema, system_schema(now), "not an ICU schema, so updates are refused",
+        check_word(now, now.schema, system_schema(now), "The updates have",
+                   "not an ICU schema, so updates are refused",
                    "Write the schema that this system's libraries read into it, for example 44l.");
     if (!result.commands.empty())
         result.commands.insert(result.commands.begin(), "mkdir -p " + now.system.icu_directory);
