@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <regex>
 #include <sstream>
+#include <vector>
 
 namespace
 {
@@ -150,16 +152,37 @@ const struct {
      "chown 0 /var/db/timezone\nchmod u+rwx /var/db/timezone\n"},
 };
 
+// Returns patterns: a word in capitals stands for any text, and more may follow.
+std::vector<std::regex> items_of_the_manual_page()
+{
+    std::vector<std::regex> items;
+    std::istringstream page(text_of(QUORREL_TOOLS "/../system/quorrel-status.8"));
+    for (std::string line; std::getline(page, line);)
+        if (line.starts_with(".It \"")) {
+            const std::string text = line.substr(5, line.size() - 6);
+            const std::string escaped = std::regex_replace(text, std::regex("[.+]"), "\\$&");
+            items.emplace_back(std::regex_replace(escaped, std::regex("[A-Z]{4,}"), ".*") + " .*");
+        }
+    return items;
+}
+
 } // namespace
 
 TEST(status, finds_each_fault_and_prints_what_cures_it)
 {
+    const std::vector<std::regex> explained = items_of_the_manual_page();
     for (const auto& [breakage, sentence, cure] : faults) {
         fresh_disk("2024e", "2024e");
         put("/usr/share/zoneinfo.default/tzdata.zi", "# version 2024a\n");
         shell("cd /var/db/timezone; S=/usr/share/zoneinfo.default; " + breakage);
         const std::string found = problems();
         EXPECT_NE(found.find(sentence), found.npos) << breakage << ": " << found;
+        EXPECT_TRUE(std::any_of(explained.begin(), explained.end(),
+                                [&](const std::regex& item) {
+                                    return std::regex_match(found.substr(0, found.find('\n')) + " ",
+                                                            item);
+                                }))
+            << "not in the manual page: " << found;
         EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 2) << breakage << ": " << found;
         EXPECT_EQ(text_of("/var/cure"), cure) << breakage;
         if (!cure.empty()) {
