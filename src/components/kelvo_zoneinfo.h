@@ -10,7 +10,7 @@ class kelvo_zoneinfo final : public kelvo_dataset_component
 {
 public:
     // Finds the tree of an update, or of the system partition if the path is empty, and reads its
-    // release. Warns of nothing; throws std::bad_alloc.
+    // release. Warns of nothing; may throw std::bad_alloc.
     explicit kelvo_zoneinfo(const std::string& path = {});
 
     // Returns the tz release that the tree's +VERSION file names, for example "2024a", or an empty

@@ -15,9 +15,9 @@ namespace quorrel
 // Warns and throws as that function and fs::read_symlink do.
 [[nodiscard]] std::string current_dataset_path();
 
-// Returns the path of the dataset that the target of a zoneinfo link belongs to: the
-// directory that holds an update's tree, or the empty path for the system partition's. Warns of any
-// other target and throws the int -1, which is not an error number.
+// Returns the path of the dataset that the target of a zoneinfo link belongs to: the directory that
+// holds an update's tree, or the empty path for the system partition's. Warns of any other target
+// and throws the int -1, which is not an error number.
 [[nodiscard]] std::string dataset_path_from_link(const std::string& target);
 
 } // namespace quorrel

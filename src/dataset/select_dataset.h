@@ -16,15 +16,16 @@ namespace quorrel
 
 // The dataset phase: decides which dataset the system uses, and publishes it.
 //
-// If the dataset that the zoneinfo link names may not stay, or the link names none, the system
-// partition is published. Then the latest update is published if it may replace what the link
-// named, or the system partition if it named none. needs_cleanup is created if an update that the
-// link named is no longer used. TZVersionDiffRecord is written if the latest update is published.
+// If the dataset that the zoneinfo link names may not stay, or the link cannot be read or names
+// none, the system partition is published. Then the latest update is published if it may replace
+// what the link named, or the system partition if it named none. needs_cleanup is created if
+// either of the two takes an update out of use. TZVersionDiffRecord is written if the latest update
+// is published.
 //
 // Throws nothing. Data that cannot be read is treated as missing. Three more failures are passed
 // over: creating needs_cleanup, writing TZVersionDiffRecord, and removing an ICU link that is not
-// replaced. On any other, it warns and publishes the system partition; if that fails too, the links
-// are as the failure left them.
+// replaced. On any other, it warns and publishes the system partition, without needs_cleanup; if
+// that fails too, the links are as the failure left them.
 void select_dataset() noexcept;
 
 } // namespace quorrel

@@ -1,6 +1,6 @@
 #pragma once
 
-// Every path that the program knows. All of them are fixed when the program is built.
+// Every path that a run knows, and the zone that it resets to. They are fixed when it is built.
 namespace quorrel::paths
 {
 
