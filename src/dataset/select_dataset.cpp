@@ -28,7 +28,7 @@ std::string current_path_or_reset()
     }
 }
 
-void activate(const kelvo_dataset& latest, const kelvo_dataset& in_use, const kelvo_dataset& system)
+void activate(const kelvo_dataset& in_use, const kelvo_dataset& latest, const kelvo_dataset& system)
 {
     latest.publish_links();
     if (in_use != system)
@@ -57,7 +57,7 @@ void decide()
         return;
     const kelvo_dataset latest(latest_path);
     if (may_replace(current, latest, system))
-        activate(latest, in_use, system);
+        activate(in_use, latest, system);
     else
         warn("New update not compatible or older version: %s vs. %s",
              latest.version_string().c_str(), current.version_string().c_str());
