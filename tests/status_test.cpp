@@ -66,8 +66,8 @@ const struct {
      "mv ~/zoneinfo ~/zoneinfo.old && " + publish},
     {"ln -sfn tz/2024e/zoneinfo zoneinfo",
      "names tz/2024e/zoneinfo, which is not a dataset. The newest good update is 2024e.", publish},
-    {"ln -sfn $PWD/tz/2024e/icutz zoneinfo", "names ~/tz/2024e/icutz, which is not a dataset.",
-     publish + latest},
+    {"ln -sfn $PWD/tz/2024e/icutz zoneinfo; chmod 700 tz/2024e",
+     "names ~/tz/2024e/icutz, which is not a dataset.", "chmod -R go+rX ~/tz/2024e\n" + publish},
     {"ln -sfn $PWD/tz/2022a/zoneinfo zoneinfo", "2022a is in use, but is not installed.", publish},
     {"mv tz/2024e tz/2024f", "2024e is in use, but is not installed.",
      "ln -sfn ~/tz/2024f/zoneinfo ~/zoneinfo\nln -sfn ~/tz/2024f/icutz ~/icutz\n"

@@ -91,8 +91,8 @@ std::string with_best(const disk& now, const std::string& fault)
                              : ". No update is known to be good.");
 }
 
-// Links both kinds of data to the newest good update or, if there is none, the system partition;
-// and tz_latest, if it names the update that was in use.
+// Links both kinds of data to the newest good update or, if there is none, the system partition. A
+// tz_latest that names what was in use goes with them.
 std::vector<std::string> publish_best(const disk& now)
 {
     std::vector<std::string> commands;
@@ -104,7 +104,7 @@ std::vector<std::string> publish_best(const disk& now)
         if (!now.icutz.is_missing())
             commands.push_back(remove(now.icutz));
     }
-    if (latest_is_in_use(now))
+    if (latest_is_in_use(now) && !(now.best && now.best->path == now.latest->path))
         commands.push_back(relink_latest(now));
     return commands;
 }
@@ -289,6 +289,8 @@ finding check_latest(const disk& now)
 
 finding check_readers(const disk& now)
 {
+    if (!fault_in_use(now).empty() || check_latest(now))
+        return {}; // their commands make readable what they lead to
     for (const auto& data : {now.in_use, now.latest})
         if (data && !data->unreadable.empty() && fault_in(now, *data).empty()) {
             const problem found = {"Other users cannot read " + quoted(data->unreadable) +
