@@ -66,11 +66,12 @@ std::string system_schema(const disk& now)
     if (is_schema(now.schema.word))
         return now.schema.word;
     std::set<std::string> schemas;
-    if (now.in_use && !now.in_use->is_system())
-        schemas = now.in_use->schemas;
-    if (schemas.empty())
-        for (const dataset& update : now.updates)
-            schemas.insert(update.schemas.begin(), update.schemas.end());
+    for (const dataset& update : now.updates)
+        if (update.schemas.size() == 1) {
+            if (now.in_use && now.in_use->path == update.path)
+                return *update.schemas.begin();
+            schemas.insert(*update.schemas.begin());
+        }
     return schemas.size() == 1 ? *schemas.begin() : "";
 }
 
