@@ -141,6 +141,9 @@ const struct {
      "chmod -R go+rX ~/tz/2024e\n"},
     {"chmod 640 tz/2024e/icutz/*", "Other users cannot read ~/tz/2024e/icutz/icutz44l.dat,",
      "chmod -R go+rX ~/tz/2024e\n"},
+    {"rm icutz tz_latest; ln -sfn $S zoneinfo; chmod 640 $S/Zone",
+     "Other users cannot read /usr/share/zoneinfo.default/Zone, as their programs must.",
+     "chmod -R go+rX /usr/share/zoneinfo.default\n"},
     {"rm icutz; ln -sfn $S zoneinfo; chmod 750 tz/2024e/zoneinfo",
      "Other users cannot read ~/tz/2024e/zoneinfo,", "chmod -R go+rX ~/tz/2024e\n"},
     // The place.

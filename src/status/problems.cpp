@@ -289,10 +289,11 @@ finding check_latest(const disk& now)
 
 finding check_readers(const disk& now)
 {
-    if (!fault_in_use(now).empty() || check_latest(now))
-        return {}; // their commands make readable what they lead to
-    for (const auto& data : {now.in_use, now.latest})
-        if (data && !data->unreadable.empty() && fault_in(now, *data).empty()) {
+    // What has another problem is skipped: its commands make readable what they lead to.
+    const bool skips_latest = latest_is_in_use(now) || check_latest(now);
+    for (const auto& data : {fault_in_use(now).empty() ? now.in_use : std::nullopt,
+                             skips_latest ? std::nullopt : now.latest})
+        if (data && !data->unreadable.empty()) {
             const problem found = {"Other users cannot read " + quoted(data->unreadable) +
                                        ", as their programs must.",
                                    {open_up(*data)}};
