@@ -65,9 +65,11 @@ const struct {
     {"rm zoneinfo; mkdir zoneinfo", "~/zoneinfo is not a link.",
      "mv ~/zoneinfo ~/zoneinfo.old && " + publish},
     {"ln -sfn tz/2024e/zoneinfo zoneinfo",
-     "names tz/2024e/zoneinfo, which is not a dataset. The newest good update is 2024e.", publish},
+     "names tz/2024e/zoneinfo, which is not a dataset's tree. The newest good update is 2024e.",
+     publish},
     {"ln -sfn $PWD/tz/2024e/icutz zoneinfo; chmod 700 tz/2024e",
-     "names ~/tz/2024e/icutz, which is not a dataset.", "chmod -R go+rX ~/tz/2024e\n" + publish},
+     "names ~/tz/2024e/icutz, which is not a dataset's tree.",
+     "chmod -R go+rX ~/tz/2024e\n" + publish},
     {"ln -sfn $PWD/tz/2022a/zoneinfo zoneinfo", "2022a is in use, but is not installed.", publish},
     {"mv tz/2024e tz/2024f", "2024e is in use, but is not installed.",
      "ln -sfn ~/tz/2024f/zoneinfo ~/zoneinfo\nln -sfn ~/tz/2024f/icutz ~/icutz\n"

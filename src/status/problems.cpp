@@ -209,7 +209,7 @@ std::string fault_in_use(const disk& now)
         return now.zoneinfo.path + " is not a link";
     if (!now.in_use || now.zoneinfo.target != now.in_use->tree)
         return "The zoneinfo link names " + quoted(now.zoneinfo.target) +
-               ", which is not a dataset";
+               ", which is not a dataset's tree";
     const std::string fault = fault_in(now, *now.in_use);
     if (fault.empty() || (now.in_use->is_system() && !now.system.has_tree && !now.best))
         return ""; // or found by check_system_tree
