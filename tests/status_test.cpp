@@ -81,6 +81,10 @@ const struct {
      "but has no zoneinfo tree.", publish},
     {"rm tz/2024b/zoneinfo/Zone; ln -sfn $PWD/tz/2024b/zoneinfo zoneinfo",
      "Update 2024b is in use, but lacks the zone Zone.", publish},
+    {"rm tz_latest icutz $S/Zone $S/+VERSION $S/tzdata.zi; ln -sfn $S zoneinfo",
+     "Write the release that the tree was built from into it", ""},
+    {"rm tz_latest icutz $S/Zone /usr/share/icu/*; ln -sfn $S zoneinfo",
+     "Write the schema that this", ""},
     {"rm tz_latest icutz $S/Zone tz/2024[bce]/zoneinfo/Zone; ln -sfn $S zoneinfo",
      "No dataset has the zone Zone.", ""},
     // The ICU link.

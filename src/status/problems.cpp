@@ -211,8 +211,8 @@ std::string fault_in_use(const disk& now)
         return "The zoneinfo link names " + quoted(now.zoneinfo.target) +
                ", which is not a dataset's tree";
     const std::string fault = fault_in(now, *now.in_use);
-    if (fault.empty() || (now.in_use->is_system() && !now.system.has_tree && !now.best))
-        return ""; // or found by check_system_tree
+    if (fault.empty() || (now.in_use->is_system() && !now.best))
+        return ""; // or found by another check of the system partition
     return (now.in_use->is_system() ? "The system partition"
                                     : "Update " + quoted(now.in_use->name)) +
            " is in use, but " + fault;
