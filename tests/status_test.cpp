@@ -31,8 +31,9 @@ const std::string etc = "ln -sfn /usr/share/zoneinfo/Zone /etc/localtime\n";
 const std::string icutz = "ln -sfn ~/tz/2024e/icutz ~/icutz\n";
 const std::string publish = "ln -sfn ~/tz/2024e/zoneinfo ~/zoneinfo\n" + icutz;
 const std::string latest = "ln -sfn ~/tz/2024e ~/tz_latest\n";
-const std::string release = "echo 2024a >/usr/share/zoneinfo.default/+VERSION\n";
-const std::string schema = "mkdir -p /usr/share/icu\necho 44l >/usr/share/icu/icutzformat.txt\n";
+const std::string release = "(umask 022; echo 2024a >/usr/share/zoneinfo.default/+VERSION)\n";
+const std::string schema =
+    "(umask 022; mkdir -p /usr/share/icu)\n(umask 022; echo 44l >/usr/share/icu/icutzformat.txt)\n";
 
 // Breaks a disk that is in order, with 2024e in use and the latest. In the shell, S is the system
 // partition's tree.

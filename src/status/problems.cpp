@@ -57,7 +57,7 @@ std::string remove(const entry& at)
 
 std::string write(const word_file& file, const std::string& word)
 {
-    const std::string command = "echo " + word + " >" + file.at.path;
+    const std::string command = "(umask 022; echo " + word + " >" + file.at.path + ")";
     return file.at.is_missing() || file.at.is_file() ? command
                                                      : keep(file.at.path) + " && " + command;
 }
@@ -186,7 +186,8 @@ finding check_schema(const disk& now)
                    "not an ICU schema, so updates are refused",
                    "Write the schema that this system's libraries read into it, for example 44l.");
     if (!result.commands.empty())
-        result.commands.insert(result.commands.begin(), "mkdir -p " + now.system.icu_directory);
+        result.commands.insert(result.commands.begin(),
+                               "(umask 022; mkdir -p " + now.system.icu_directory + ")");
     return result;
 }
 
