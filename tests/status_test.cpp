@@ -159,7 +159,7 @@ const struct {
      "mv /var/db/timezone /var/db/timezone.old\n(umask 022; mkdir -p ~/tz)\n" + zone},
     {"chmod 555 $PWD",
      "The owner or the mode of /var/db/timezone keeps quorrel from writing there.",
-     "chown 0 /var/db/timezone\nchmod u+rwx /var/db/timezone\n"},
+     "chmod u+rwx /var/db/timezone\n"},
 };
 
 // Returns patterns: a word in capitals stands for any text, and more may follow.

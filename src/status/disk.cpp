@@ -120,15 +120,6 @@ bool is_read_only(const char* path)
     return statvfs(path, &status) == 0 && (status.f_flag & ST_RDONLY) != 0;
 }
 
-bool root_may_write(const char* directory)
-{
-    struct stat status;
-    if (stat(directory, &status) != 0)
-        return true;
-    const mode_t needed = status.st_uid == 0 ? S_IRWXU : status.st_gid == 0 ? S_IRWXG : S_IRWXO;
-    return (status.st_mode & needed) == needed;
-}
-
 // Returns the directories on the way to data that others cannot enter, a blank before each.
 std::string find_closed_directories()
 {
@@ -317,7 +308,11 @@ disk read_disk()
     now.data_directory = look_at("/var/db/timezone");
     now.has_data_directory = is_directory(paths::data_directory);
     now.data_is_read_only = is_read_only(now.has_data_directory ? paths::data_directory : "/var");
-    now.root_may_write = root_may_write(paths::data_directory);
+    if (struct stat status; stat(paths::data_directory, &status) == 0) {
+        now.root_owns_data_directory = status.st_uid == 0;
+        const mode_t needed = status.st_uid == 0 ? S_IRWXU : status.st_gid == 0 ? S_IRWXG : S_IRWXO;
+        now.root_may_write = (status.st_mode & needed) == needed;
+    }
     now.closed_directories = find_closed_directories();
     now.publishes_usr_share = destination(look_at(paths::legacy_zoneinfo)) == paths::zoneinfo_link;
 

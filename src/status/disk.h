@@ -52,7 +52,8 @@ struct disk {
     entry zoneinfo, icutz, localtime, tz_latest, legacy_icu_link, etc_localtime;
     entry data_directory;
     bool has_data_directory, data_is_read_only;
-    bool root_may_write;              // in the data directory, without special privileges
+    bool root_may_write; // in the data directory, without special privileges
+    bool root_owns_data_directory;
     std::string closed_directories;   // on the way to data, which others cannot enter; or empty
     bool publishes_usr_share;         // /usr/share/zoneinfo is a link to the zoneinfo link
     bool etc_leads_to_published_tree; // /etc/localtime does

@@ -135,7 +135,9 @@ finding check_data_directory(const disk& now)
     }
     if (!now.root_may_write)
         return problem{"The owner or the mode of " + path + " keeps quorrel from writing there.",
-                       {"chown 0 " + path, "chmod u+rwx " + path}};
+                       now.root_owns_data_directory
+                           ? std::vector<std::string>{"chmod u+rwx " + path}
+                           : std::vector<std::string>{"chgrp 0 " + path, "chmod g+rwx " + path}};
     return {};
 }
 
