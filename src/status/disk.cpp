@@ -61,8 +61,12 @@ bool is_regular(const std::string& path)
 entry look_at(const std::string& path)
 {
     entry result = {path, mode_of(path, lstat), {}};
-    if (result.is_link())
-        result.target = fs::read_symlink(path);
+    try {
+        if (result.is_link())
+            result.target = fs::read_symlink(path);
+    } catch (int error) {
+        cannot_look_at(path, error);
+    }
     return result;
 }
 
@@ -103,6 +107,7 @@ std::string find_unreadable(const std::string& directory)
         fts_open(roots, FTS_COMFOLLOW | FTS_PHYSICAL, nullptr));
     if (walk == nullptr)
         cannot_look_at(directory, errno);
+    errno = 0;
     while (const FTSENT* const found = fts_read(walk.get())) {
         const mode_t needed = found->fts_info == FTS_D ? S_IROTH | S_IXOTH : S_IROTH;
         if (found->fts_info == FTS_DNR)
@@ -110,7 +115,10 @@ std::string find_unreadable(const std::string& directory)
         if ((found->fts_info == FTS_D || found->fts_info == FTS_F) &&
             (found->fts_statp->st_mode & needed) != needed)
             return found->fts_path;
+        errno = 0;
     }
+    if (errno != 0)
+        cannot_look_at(directory, errno);
     return {};
 }
 
