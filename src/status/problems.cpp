@@ -200,7 +200,7 @@ finding check_ways(const disk& now)
         return {};
     const problem found = {"Other users cannot enter" + closed + ", as their programs must.",
                            {"chmod go+rx" + closed}};
-    return closed.starts_with(" /usr") ? on_system(now, found) : found;
+    return closed.find(" /usr") != closed.npos ? on_system(now, found) : found;
 }
 
 // Returns what is wrong with what is in use, or an empty string.
@@ -365,14 +365,16 @@ finding check_etc_localtime(const disk& now)
 
 std::vector<problem> find_problems(const disk& now)
 {
-    if (const finding found = check_data_directory(now))
-        return {*found}; // nothing else can be cured before
     std::vector<problem> problems;
-    for (const auto check : {check_system_tree, check_release, check_schema, check_ways,
-                             check_in_use, check_readers, check_icu_link, check_legacy_icu_link,
-                             check_latest, check_localtime, check_etc_localtime})
-        if (const finding found = check(now))
-            problems.push_back(*found);
+    const auto add = [&](std::initializer_list<finding (*)(const disk&)> checks) {
+        for (const auto check : checks)
+            if (const finding found = check(now))
+                problems.push_back(*found);
+    };
+    add({check_system_tree, check_release, check_schema, check_ways, check_data_directory});
+    if (now.has_data_directory && !now.data_is_read_only) // or nothing else can be cured
+        add({check_in_use, check_readers, check_icu_link, check_legacy_icu_link, check_latest,
+             check_localtime, check_etc_localtime});
     return problems;
 }
 
