@@ -265,7 +265,7 @@ std::string predict(const disk& now)
         if (!latest_path.empty()) {
             const kelvo_dataset latest(latest_path);
             if (may_replace(current, latest, system))
-                in_use = latest.version_string();
+                in_use = stalls(paths::version_diff_record) ? "unknown" : latest.version_string();
         }
         result = in_use;
     } catch (...) {
