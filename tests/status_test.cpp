@@ -94,7 +94,7 @@ const struct {
      "mv ~/icutz ~/icutz.old && " + icutz},
     {"ln -sfn $PWD/tz/2024b/icutz icutz", "names update 2024b, but 2024e is in use.", icutz},
     {"ln -sfn /var/no icutz", "The ICU link names /var/no, but 2024e is in use.", icutz},
-    {"rm tz_latest; ln -sfn $S zoneinfo", "The system partition is in use and has no ICU link",
+    {"rm tz_latest; ln -sfn $S zoneinfo", "The system partition is in use, which needs no ICU link",
      "rm ~/icutz\n"},
     {"ln -s /var/no /var/db/icutz", "/var/db/icutz, the legacy ICU link, is left over.",
      "rm /var/db/icutz\n"},

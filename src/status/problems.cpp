@@ -236,8 +236,8 @@ finding check_icu_link(const disk& now)
     if (is_system ? icutz.is_missing() : icutz.target == now.in_use->icu_directory)
         return {};
     if (is_system)
-        return problem{"The system partition is in use and has no ICU link, but " + icutz.path +
-                           " exists.",
+        return problem{"The system partition is in use, which needs no ICU link, but " +
+                           icutz.path + " exists.",
                        {remove(icutz)}};
     std::string fault = "The ICU link names " + quoted(icutz.target);
     for (const dataset& update : now.updates)
@@ -326,7 +326,7 @@ finding check_localtime(const disk& now)
         fault = "The localtime link is missing.";
     else if (!localtime.is_link())
         fault = localtime.path + " is not a link.";
-    else if (!localtime.target.starts_with(std::string(paths::zoneinfo_link) + "/"))
+    else if (!(localtime.target + "/").starts_with(std::string(paths::zoneinfo_link) + "/"))
         fault = "The localtime link names " + quoted(localtime.target) +
                 ", which is not in the published tree.";
     else if (now.localtime_zone.empty())
