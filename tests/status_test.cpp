@@ -202,6 +202,33 @@ TEST(status, finds_each_fault_and_prints_what_cures_it)
     }
 }
 
+TEST(status, says_what_is_there)
+{
+    const auto lines = [] {
+        shell("$STATUS | sed '/^$/,$d; s/^\\(local zone.*\\),.*/\\1/' >/var/lines");
+        return text_of("/var/lines");
+    };
+    fresh_disk("2024b", "2024e");
+    put("icutz", "-> /var/db/timezone/tz/2024c/icutz");
+    put("tz/new\nline", directory);
+    EXPECT_EQ(lines(), "system partition    2024a.1.0   ICU 44l\n"
+                       "in use              2024b   ICU 44l\n"
+                       "latest update       2024e   ICU 44l\n"
+                       "after the next run  2024e\n"
+                       "local zone          Zone\n"
+                       "unused              new?line 2023z 2024a 2024a.1.0 2024d\n");
+    shell("rm /var/db/timezone/TZV*; mkfifo /var/db/timezone/TZVersionDiffRecord");
+    EXPECT_NE(lines().find("after the next run  unknown\n"), std::string::npos);
+    shell("rm -r /usr/share/icu /usr/share/zoneinfo.default /var/db/timezone/tz*; rm "
+          "/var/db/timezone/zoneinfo");
+    EXPECT_EQ(lines(), "system partition    none   ICU none\n"
+                       "in use              none\n"
+                       "latest update       none\n"
+                       "after the next run  none\n"
+                       "local zone          Zone\n"
+                       "unused              none\n");
+}
+
 TEST(status, remarks_on_what_is_unusual_but_no_problem)
 {
     const std::string newer =
