@@ -1,6 +1,7 @@
 #pragma once
 
-// Every path that a run knows, and the zone that it resets to. They are fixed when it is built.
+// Every path that a run knows, and the zone that it resets to. They are fixed when the program is
+// built.
 namespace quorrel::paths
 {
 

@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-// What quorrel-status judges: everything that it looks at, read once into one value.
+// What quorrel-status judges: everything that it looks at, read once into one value; but whether a
+// new name is free is seen when a command is made.
 namespace quorrel::status
 {
 

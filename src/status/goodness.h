@@ -6,7 +6,7 @@
 #include <string>
 
 // Which datasets are good: fit to be in use on this disk. A run checks less. Nothing here throws
-// but std::bad_alloc.
+// but std::bad_alloc; whatever parses a version warns as tz_version does.
 namespace quorrel::status
 {
 
