@@ -32,8 +32,8 @@ const std::string icutz = "ln -sfn ~/tz/2024e/icutz ~/icutz\n";
 const std::string publish = "ln -sfn ~/tz/2024e/zoneinfo ~/zoneinfo\n" + icutz;
 const std::string latest = "ln -sfn ~/tz/2024e ~/tz_latest\n";
 const std::string release = "(umask 022; echo 2024a >/usr/share/zoneinfo.default/+VERSION)\n";
-const std::string schema =
-    "(umask 022; mkdir -p /usr/share/icu)\n(umask 022; echo 44l >/usr/share/icu/icutzformat.txt)\n";
+const std::string schema = "(umask 022; echo 44l >/usr/share/icu/icutzformat.txt)\n";
+const std::string icu = "(umask 022; mkdir -p /usr/share/icu)\n";
 
 // Breaks a disk that is in order, with 2024e in use and the latest. In the shell, S is the system
 // partition's tree.
@@ -57,7 +57,10 @@ const struct {
      "mv /usr/share/zoneinfo.default/+VERSION /usr/share/zoneinfo.default/+VERSION.old && " +
          release},
     {"rm $S/+VERSION $S/tzdata.zi", "Write the release that the tree was built from into it", ""},
-    {"rm -r /usr/share/icu", "/icutzformat.txt is missing. The updates have 44l.", schema},
+    {"rm -r /usr/share/icu", "/icutzformat.txt is missing. The updates have 44l.", icu + schema},
+    {"rm -r /usr/share/icu; : >/usr/share/icu",
+     "/icutzformat.txt is missing. The updates have 44l.",
+     "mv /usr/share/icu /usr/share/icu.old && " + icu + schema},
     {"echo 44I >/usr/share/icu/icutzformat.txt",
      "begins with 44I, which is not an ICU schema, so updates", schema},
     {"rm /usr/share/icu/* icutz tz_latest; ln -sfn $S zoneinfo", "Write the schema that this", ""},
@@ -156,7 +159,7 @@ const struct {
     // The place.
     {"mv $PWD /var/moved", "/var/db/timezone is missing.", "(umask 022; mkdir -p ~/tz)\n" + zone},
     {"mv $PWD /var/moved; ln -s /var/no /var/db/timezone", "/var/db/timezone is not a directory.",
-     "mv /var/db/timezone /var/db/timezone.old\n(umask 022; mkdir -p ~/tz)\n" + zone},
+     "mv /var/db/timezone /var/db/timezone.old && (umask 022; mkdir -p ~/tz)\n" + zone},
     {"chmod 555 $PWD",
      "The owner or the mode of /var/db/timezone keeps quorrel from writing there.",
      "chmod u+rwx /var/db/timezone\n"},

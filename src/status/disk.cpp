@@ -332,6 +332,8 @@ disk read_disk()
     now.etc_zone = etc == paths::localtime_link ? now.localtime_zone : zone_in(etc);
     now.zone = choose_zone(now);
 
+    now.icu_directory = look_at(paths::system_icu);
+    now.has_icu_directory = is_directory(paths::system_icu);
     now.release = read_word(std::string(paths::system_zoneinfo) + paths::release_file);
     now.schema = read_word(std::string(paths::system_icu) + paths::icu_format_file);
     now.system = read_dataset(now, {});

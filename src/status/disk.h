@@ -60,6 +60,8 @@ struct disk {
     bool etc_leads_to_published_tree; // /etc/localtime does
 
     dataset system;
+    entry icu_directory; // the system partition's
+    bool has_icu_directory;
     word_file release, schema;
     std::string built_release; // the release in the comments of the system's tree, or empty
     bool system_is_read_only;

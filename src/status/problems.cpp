@@ -62,6 +62,13 @@ std::string write(const word_file& file, const std::string& word)
                                                      : keep(file.at.path) + " && " + command;
 }
 
+// Returns a command that makes a directory at the path of the entry, or below it.
+std::string make_directory(const entry& at, const std::string& path)
+{
+    const std::string command = "(umask 022; mkdir -p " + path + ")";
+    return at.is_missing() ? command : keep(at.path) + " && " + command;
+}
+
 std::string open_up(const dataset& data)
 {
     return "chmod -R go+rX " + quoted(data.is_system() ? data.tree : data.path);
@@ -125,9 +132,9 @@ finding check_data_directory(const disk& now)
     if (now.data_is_read_only)
         return problem{path + " is on a read-only file system. Mount it writable.", {}};
     if (!now.has_data_directory) {
-        problem missing = {path + " is missing.", {"(umask 022; mkdir -p " + path + "/tz)"}};
-        if (!now.data_directory.is_missing())
-            missing = {path + " is not a directory.", {keep(path), missing.commands.front()}};
+        const std::string fault = now.data_directory.is_missing() ? "missing" : "not a directory";
+        problem missing = {path + " is " + fault + ".",
+                           {make_directory(now.data_directory, path + "/tz")}};
         if (!now.zone.empty())
             missing.commands.push_back(
                 link(now.localtime, paths::zoneinfo_link + ("/" + now.zone)));
@@ -187,9 +194,9 @@ finding check_schema(const disk& now)
         check_word(now, now.schema, system_schema(now), "The updates have",
                    "not an ICU schema, so updates are refused",
                    "Write the schema that this system's libraries read into it, for example 44l.");
-    if (!result.commands.empty())
+    if (!result.commands.empty() && !now.has_icu_directory)
         result.commands.insert(result.commands.begin(),
-                               "(umask 022; mkdir -p " + now.system.icu_directory + ")");
+                               make_directory(now.icu_directory, now.icu_directory.path));
     return result;
 }
 
