@@ -29,7 +29,7 @@ std::string problems()
 const std::string zone = "ln -sfn ~/zoneinfo/Zone ~/localtime\n";
 const std::string etc = "ln -sfn /usr/share/zoneinfo/Zone /etc/localtime\n";
 const std::string icutz = "ln -sfn ~/tz/2024e/icutz ~/icutz\n";
-const std::string publish = "ln -sfn ~/tz/2024e/zoneinfo ~/zoneinfo\n" + icutz;
+const std::string publish = "ln -sfn ~/tz/2024e/zoneinfo ~/zoneinfo\n";
 const std::string latest = "ln -sfn ~/tz/2024e ~/tz_latest\n";
 const std::string release = "(umask 022; echo 2024a >/usr/share/zoneinfo.default/+VERSION)\n";
 const std::string schema = "(umask 022; echo 44l >/usr/share/icu/icutzformat.txt)\n";

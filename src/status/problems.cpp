@@ -104,8 +104,10 @@ std::vector<std::string> publish_best(const disk& now)
 {
     std::vector<std::string> commands;
     if (now.best) {
-        commands = with_modes(*now.best, {link(now.zoneinfo, now.best->tree),
-                                          link(now.icutz, now.best->icu_directory)});
+        commands = {link(now.zoneinfo, now.best->tree)};
+        if (now.icutz.target != now.best->icu_directory)
+            commands.push_back(link(now.icutz, now.best->icu_directory));
+        commands = with_modes(*now.best, commands);
     } else if (now.system.has_tree) {
         commands = {link(now.zoneinfo, now.system.tree)};
         if (!now.icutz.is_missing())
@@ -293,8 +295,9 @@ finding check_latest(const disk& now)
     if (fault.empty() || (latest_is_in_use(now) && !fault_in_use(now).empty()))
         return {}; // or the same fault
     const std::vector<std::string> commands = {relink_latest(now)};
-    return problem{with_best(now, "tz_latest " + fault),
-                   now.best ? with_modes(*now.best, commands) : commands};
+    return problem{with_best(now, "tz_latest " + fault), now.best && fault_in_use(now).empty()
+                                                             ? with_modes(*now.best, commands)
+                                                             : commands};
 }
 
 finding check_readers(const disk& now)
