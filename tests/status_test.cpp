@@ -91,6 +91,9 @@ const struct {
      "Write the schema that this", ""},
     {"rm tz_latest icutz $S/Zone tz/2024[bce]/zoneinfo/Zone; ln -sfn $S zoneinfo",
      "No dataset has the zone Zone.", ""},
+    {"rm -r tz/2024[bce]; chmod 750 $S/America", "2024e is in use, but is not installed.",
+     "chmod -R go+rX /usr/share/zoneinfo.default\nln -sfn /usr/share/zoneinfo.default ~/zoneinfo\n"
+     "rm ~/icutz\nrm ~/tz_latest\n"},
     // The ICU link.
     {"rm icutz", "The ICU link is missing, but 2024e is in use.", icutz},
     {"rm icutz; mkdir icutz", "~/icutz is not a link, but 2024e is in use.",

@@ -234,10 +234,13 @@ std::optional<dataset> read_latest(const disk& now)
     return read_dataset(now, path);
 }
 
-// Looks for what others cannot read in the datasets that matter, in each once.
+// Looks for what others cannot read in the datasets that matter, in each once: the system
+// partition matters if it is in use or nothing is better.
 void read_modes(disk& now)
 {
     std::map<std::string, std::string> unreadable; // by directory
+    if (!now.best && now.system.has_tree)
+        now.system.unreadable = unreadable[now.system.tree] = find_unreadable(now.system.tree);
     for (std::optional<dataset>* const data : {&now.in_use, &now.latest, &now.best})
         if (*data) {
             dataset& found = **data;

@@ -74,7 +74,7 @@ std::string open_up(const dataset& data)
     return "chmod -R go+rX " + quoted(data.is_system() ? data.tree : data.path);
 }
 
-// Puts before the commands that link to an update what makes it readable.
+// Puts before the commands that link to a dataset what makes it readable.
 std::vector<std::string> with_modes(const dataset& data, std::vector<std::string> commands)
 {
     if (!data.unreadable.empty())
@@ -112,6 +112,8 @@ std::vector<std::string> publish_best(const disk& now)
         commands = {link(now.zoneinfo, now.system.tree)};
         if (!now.icutz.is_missing())
             commands.push_back(remove(now.icutz));
+        if (!now.system_is_read_only)
+            commands = with_modes(now.system, commands);
     }
     if (latest_is_in_use(now) && !(now.best && now.best->path == now.latest->path))
         commands.push_back(relink_latest(now));
@@ -304,8 +306,8 @@ finding check_readers(const disk& now)
 {
     // What has another problem is skipped: its commands make readable what they lead to.
     const bool skips_latest = latest_is_in_use(now) || check_latest(now);
-    for (const auto& data : {fault_in_use(now).empty() ? now.in_use : std::nullopt,
-                             skips_latest ? std::nullopt : now.latest})
+    for (const auto& data : {skips_latest ? std::nullopt : now.latest, // a run activates it
+                             fault_in_use(now).empty() ? now.in_use : std::nullopt})
         if (data && !data->unreadable.empty()) {
             const problem found = {"Other users cannot read " + quoted(data->unreadable) +
                                        ", as their programs must.",
