@@ -133,7 +133,7 @@ const struct {
     {"ln -sfn /usr/share/zoneinfo/Zone localtime", "which is not in the published tree.", zone},
     {"ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime",
      "names the zone America/Los_Angeles, but the local zone is Zone.", zone},
-    {"ln -sfn $PWD/zoneinfo/No localtime; ln -sfn $PWD/localtime /etc/localtime",
+    {"ln -sfn $PWD/No localtime; ln -sfn $PWD/zoneinfo/No /etc/localtime",
      "No dataset has the zone No.", ""},
     {"ln -sfn zoneinfo/Zone localtime; ln -sfn $PWD/localtime /etc/localtime",
      "The localtime link names zoneinfo/Zone, which is not in the published tree.", zone},

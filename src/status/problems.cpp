@@ -334,6 +334,10 @@ finding check_localtime(const disk& now)
 {
     const entry& localtime = now.localtime;
     std::string fault;
+    if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
+        return problem{"No dataset has the zone " + quoted(now.zone) + ". Link " + localtime.path +
+                           " and /etc/localtime to the file of the zone that was meant.",
+                       {}};
     if (localtime.is_missing())
         fault = "The localtime link is missing.";
     else if (!localtime.is_link())
@@ -346,10 +350,6 @@ finding check_localtime(const disk& now)
     else if (!now.zone.empty() && now.zone != now.localtime_zone)
         fault = "The localtime link names the zone " + quoted(now.localtime_zone) +
                 ", but the local zone is " + quoted(now.zone) + ".";
-    else if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
-        return problem{"No dataset has the zone " + quoted(now.zone) + ". Link " + localtime.path +
-                           " and /etc/localtime to the file of the zone that was meant.",
-                       {}};
     return relink(now, fault, localtime, paths::zoneinfo_link);
 }
 
