@@ -304,11 +304,15 @@ finding check_latest(const disk& now)
 
 finding check_readers(const disk& now)
 {
-    // What has another problem is skipped: its commands make readable what they lead to.
-    const bool skips_latest = latest_is_in_use(now) || check_latest(now);
-    for (const auto& data : {skips_latest ? std::nullopt : now.latest, // a run activates it
-                             fault_in_use(now).empty() ? now.in_use : std::nullopt})
-        if (data && !data->unreadable.empty()) {
+    // The latest comes first, since a run activates it. What has another problem is skipped, and so
+    // is what that problem's commands make readable.
+    const bool in_use_is_bad = !fault_in_use(now).empty();
+    const bool latest_is_bad = check_latest(now).has_value();
+    const std::string opened =
+        now.best && (in_use_is_bad || latest_is_bad) ? now.best->path : "none";
+    for (const auto& data : {latest_is_bad || latest_is_in_use(now) ? std::nullopt : now.latest,
+                             in_use_is_bad ? std::nullopt : now.in_use})
+        if (data && !data->unreadable.empty() && data->path != opened) {
             const problem found = {"Other users cannot read " + quoted(data->unreadable) +
                                        ", as their programs must.",
                                    {open_up(*data)}};
