@@ -115,7 +115,8 @@ std::vector<std::string> publish_best(const disk& now)
         if (!now.system_is_read_only)
             commands = with_modes(now.system, commands);
     }
-    if (latest_is_in_use(now) && !(now.best && now.best->path == now.latest->path))
+    const bool latest_is_best = now.best && now.latest && now.best->path == now.latest->path;
+    if (latest_is_in_use(now) && !latest_is_best)
         commands.push_back(relink_latest(now));
     return commands;
 }
