@@ -77,7 +77,7 @@ void print(const disk& now)
 void print_remarks(const disk& now, bool is_well)
 {
     if (!now.publishes_usr_share)
-        std::puts("\nRemark: /usr/share/zoneinfo is not a link to the published tree, so programs\n"
+        std::puts("\nRemark: /usr/share/zoneinfo is not a link to the published tree, so programs "
                   "that ask for a zone by name do not follow updates.");
     if (is_well && now.best && (!now.latest || now.best->version > now.latest->version) &&
         now.best->version > (now.in_use ? now.in_use->version : quorrel::tz_version()))
