@@ -249,4 +249,10 @@ TEST(status, remarks_on_what_is_unusual_but_no_problem)
     put("/etc/localtime", "-> /var/db/timezone/localtime");
     put("/usr/share/zoneinfo", directory);
     EXPECT_TRUE(problems().ends_with("do not follow updates.\n" + newer));
+
+    fresh_disk();
+    put("tz/2024d", nothing);
+    put("/usr/share/icu/icutzformat.txt", "45l");
+    EXPECT_EQ(problems(), "Remark: all updates have ICU schema 44l, but "
+                          "/usr/share/icu/icutzformat.txt says 45l.\n0\n");
 }

@@ -61,18 +61,22 @@ tz_version system_version(const disk& now)
     return is_release(release) ? tz_version(release + ".1.0") : tz_version();
 }
 
+std::string schema_of_updates(const disk& now)
+{
+    std::set<std::string> schemas;
+    for (const dataset& update : now.updates)
+        if (update.schemas.size() == 1)
+            schemas.insert(*update.schemas.begin());
+    return schemas.size() == 1 ? *schemas.begin() : "";
+}
+
 std::string system_schema(const disk& now)
 {
     if (is_schema(now.schema.word))
         return now.schema.word;
-    std::set<std::string> schemas;
-    for (const dataset& update : now.updates)
-        if (update.schemas.size() == 1) {
-            if (now.in_use && now.in_use->path == update.path)
-                return *update.schemas.begin();
-            schemas.insert(*update.schemas.begin());
-        }
-    return schemas.size() == 1 ? *schemas.begin() : "";
+    if (now.in_use && !now.in_use->is_system() && now.in_use->schemas.size() == 1)
+        return *now.in_use->schemas.begin();
+    return schema_of_updates(now);
 }
 
 bool zone_can_be_had(const disk& now)

@@ -20,8 +20,12 @@ namespace quorrel::status
 // is known.
 [[nodiscard]] tz_version system_version(const disk& now);
 
+// Returns the schema that all updates have, or an empty string. An update with several does not
+// count.
+[[nodiscard]] std::string schema_of_updates(const disk& now);
+
 // Returns the system partition's schema or, if that is lost, that of the update in use or of all
-// updates; an empty string if none is known. An update with several does not count.
+// updates; an empty string if none is known.
 [[nodiscard]] std::string system_schema(const disk& now);
 
 // Returns whether some dataset that could be used has the local zone.

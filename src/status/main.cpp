@@ -1,4 +1,5 @@
 #include "status/disk.h"
+#include "status/goodness.h"
 #include "status/problems.h"
 
 #include <fcntl.h>
@@ -79,6 +80,10 @@ void print_remarks(const disk& now, bool is_well)
     if (!now.publishes_usr_share)
         std::puts("\nRemark: /usr/share/zoneinfo is not a link to the published tree, so programs "
                   "that ask for a zone by name do not follow updates.");
+    const std::string schema = schema_of_updates(now);
+    if (is_schema(now.schema.word) && !schema.empty() && schema != now.schema.word)
+        std::printf("\nRemark: all updates have ICU schema %s, but %s says %s.\n", schema.c_str(),
+                    now.schema.at.path.c_str(), now.schema.word.c_str());
     if (is_well && now.best && (!now.latest || now.best->version > now.latest->version) &&
         now.best->version > (now.in_use ? now.in_use->version : quorrel::tz_version()))
         std::printf(
