@@ -239,9 +239,10 @@ TEST(status, says_what_is_there)
 
 TEST(status, remarks_on_what_is_unusual_but_no_problem)
 {
-    const std::string newer =
-        "Remark: update 2024e is newer and good, but tz_latest does not name it. To use it:\n" +
-        latest + "0\n";
+    const std::string newer = "Remark: update 2024e is newer and good, but tz_latest does not name "
+                              "it. To use it, link it "
+                              "and run quorrel:\n" +
+                              latest + "0\n";
     for (const std::string& named : {std::string("2024b"), nothing}) {
         fresh_disk("2024b", named);
         EXPECT_EQ(problems(), newer) << named;

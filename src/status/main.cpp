@@ -86,10 +86,11 @@ void print_remarks(const disk& now, bool is_well)
                     now.schema.at.path.c_str(), now.schema.word.c_str());
     if (is_well && now.best && (!now.latest || now.best->version > now.latest->version) &&
         now.best->version > (now.in_use ? now.in_use->version : quorrel::tz_version()))
-        std::printf(
-            "\nRemark: update %s is newer and good, but tz_latest does not name it. To use it:\n"
-            "ln -sfn %s %s\n",
-            now.best->name.c_str(), now.best->path.c_str(), now.tz_latest.path.c_str());
+        std::printf("\nRemark: update %s is newer and good, but tz_latest does not name it. To use "
+                    "it, link it "
+                    "and run quorrel:\n"
+                    "ln -sfn %s %s\n",
+                    now.best->name.c_str(), now.best->path.c_str(), now.tz_latest.path.c_str());
 }
 
 void print(const problem& found)
