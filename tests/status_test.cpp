@@ -157,7 +157,7 @@ const struct {
     {"rm icutz tz_latest; ln -sfn $S zoneinfo; chmod 640 $S/Zone",
      "Other users cannot read /usr/share/zoneinfo.default/Zone, as their programs must.",
      "chmod -R go+rX /usr/share/zoneinfo.default\n"},
-    {"ln -sfn $PWD/tz/2024c tz_latest; chmod 750 tz/2024e",
+    {"ln -sfn $PWD/tz/2024c tz_latest; chmod 750 tz/2024[ce]",
      "which is older than 2024e, which is in use.", "chmod -R go+rX ~/tz/2024e\n" + latest},
     {"rm icutz; ln -sfn $S zoneinfo; chmod 750 tz/2024e/zoneinfo",
      "Other users cannot read ~/tz/2024e/zoneinfo,", "chmod -R go+rX ~/tz/2024e\n"},
