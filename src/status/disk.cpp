@@ -149,8 +149,8 @@ std::string read_built_release(const std::string& path)
     return line.starts_with(begin) ? line.substr(begin.size()) : "";
 }
 
-// Returns the part of a path that names a zone, or an empty string. Control characters would
-// mislead whoever reads or pastes it.
+// Returns the zone that a path names, or an empty string. Control characters would mislead whoever
+// reads or pastes it.
 std::string zone_in(const std::string& path)
 {
     for (const std::string tree : {"/zoneinfo.default/", "/zoneinfo/"})

@@ -44,7 +44,8 @@ struct dataset {
     bool has_zone;                 // the local one
     std::set<std::string> schemas; // of its data files, readable or not
     std::string unreadable;        // something in it that others cannot read, or empty; known of
-                                   // what is in use, the latest and the best
+                                   // what is in use, the latest, the best, and the system
+                                   // partition if there is no best
 
     [[nodiscard]] bool is_system() const { return path.empty(); }
 };
