@@ -1,4 +1,4 @@
-#include "dataset/tz_version.h"
+#include "version/tz_version.h"
 
 #include "run.h"
 

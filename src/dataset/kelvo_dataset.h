@@ -1,7 +1,7 @@
 #pragma once
 
 #include "components/kelvo_dataset_component.h"
-#include "dataset/tz_version.h"
+#include "version/tz_version.h"
 
 #include <memory>
 #include <string>

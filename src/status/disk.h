@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dataset/tz_version.h"
+#include "version/tz_version.h"
 
 #include <sys/stat.h>
 
