@@ -1,0 +1,90 @@
+#include "version/tz_version.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <random>
+#include <regex>
+
+using namespace quorrel;
+
+// The regular expression that defines a version runs here only.
+
+namespace
+{
+
+// Calls the action with every text of at most so many bytes of the alphabet.
+template <typename Action>
+void for_every_text(const std::string& alphabet, std::size_t longest, const Action& action,
+                    const std::string& begin = {})
+{
+    action(begin);
+    if (begin.size() < longest)
+        for (const char c : alphabet)
+            for_every_text(alphabet, longest, action, begin + c);
+}
+
+// Assigns what the expression finds, in the order of the fields, and throws as std::stoi does.
+void assign_by_expression(tz_version& version, const std::string& text)
+{
+    static const std::regex expression(R"(([0-9]+)([a-z]+)(?:\.([0-9]+))?(?:\.([0-9]+))?)");
+    std::smatch groups;
+    if (!std::regex_match(text, groups, expression)) {
+        version = {};
+        return;
+    }
+    version.number = std::stoi(groups[1]);
+    version.letters = groups[2];
+    version.minor = groups[3].matched ? std::stoi(groups[3]) : -1;
+    version.patch = groups[4].matched ? std::stoi(groups[4]) : -1;
+}
+
+// Returns the fields after the text was parsed into a version that had others, and what it threw.
+template <typename Parse>
+auto parsed(const Parse& parse)
+{
+    tz_version version("2017c.7.8");
+    bool throws = false;
+    try {
+        parse(version);
+    } catch (const std::out_of_range&) {
+        throws = true;
+    }
+    return std::pair(version, throws);
+}
+
+void expect_same_version(const std::string& text)
+{
+    if (parsed([&](tz_version& version) { version.parse(text); }) !=
+        parsed([&](tz_version& version) { assign_by_expression(version, text); }))
+        ADD_FAILURE() << testing::PrintToString(text);
+}
+
+#ifdef __OPTIMIZE__
+constexpr std::size_t longest_text = 6;
+#else
+constexpr std::size_t longest_text = 4; // or the expressions take minutes
+#endif
+
+} // namespace
+
+TEST(scanners, accept_what_the_expressions_accept)
+{
+    using namespace std::string_literals;
+    const int standard_error = dup(STDERR_FILENO); // there are millions of warnings
+    dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+    for_every_text("/09:`az{.A\n\0\xff"s, longest_text, expect_same_version);
+
+    // Numbers of any length, and those around the greatest, in every place.
+    std::mt19937 random;
+    const auto number = [&] {
+        const std::string numbers[] = {"7", "2147483647", "2147483648", "99999999999999999999"};
+        return std::string(random() % 12, '0') + numbers[random() % 4];
+    };
+    for (int i = 0; i < 5000; ++i) {
+        const std::string text = number() + "ab" + "." + number() + "." + number();
+        expect_same_version(text.substr(0, 10 + random() % text.size()));
+    }
+    dup2(standard_error, STDERR_FILENO);
+}
