@@ -1,3 +1,4 @@
+#include "components/kelvo_icu.h"
 #include "version/tz_version.h"
 
 #include <fcntl.h>
@@ -9,7 +10,7 @@
 
 using namespace quorrel;
 
-// The regular expression that defines a version runs here only.
+// The regular expressions that define a version and a data file's name run here only.
 
 namespace
 {
@@ -61,6 +62,15 @@ void expect_same_version(const std::string& text)
         ADD_FAILURE() << testing::PrintToString(text);
 }
 
+void expect_same_schema(const std::string& name)
+{
+    static const std::regex expression(R"(icutz([0-9]+[lbe])\.dat)");
+    std::smatch groups;
+    const std::string schema = std::regex_match(name, groups, expression) ? groups[1].str() : "";
+    if (kelvo_icu::schema_in(name) != schema)
+        ADD_FAILURE() << testing::PrintToString(name);
+}
+
 #ifdef __OPTIMIZE__
 constexpr std::size_t longest_text = 6;
 #else
@@ -75,6 +85,15 @@ TEST(scanners, accept_what_the_expressions_accept)
     const int standard_error = dup(STDERR_FILENO); // there are millions of warnings
     dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
     for_every_text("/09:`az{.A\n\0\xff"s, longest_text, expect_same_version);
+    for_every_text("/09:aebdfklm.\n\0\xff"s, longest_text - 1,
+                   [](const std::string& text) { expect_same_schema("icutz" + text + ".dat"); });
+    for (const std::string name : {"icutz44l.dat", "icutz1e.dat"})
+        for (std::size_t i = 0; i <= name.size(); ++i)
+            for (const char c : "aAilt0\n.\0"s) {
+                expect_same_schema(std::string(name).insert(i, 1, c));
+                expect_same_schema(std::string(name).replace(i, 1, 1, c));
+                expect_same_schema(std::string(name).erase(i));
+            }
 
     // Numbers of any length, and those around the greatest, in every place.
     std::mt19937 random;

@@ -3,7 +3,6 @@
 #include "fs/first_word.h"
 #include "fs/paths.h"
 #include "fs/primitives.h"
-#include "platform/byte_regex.h"
 
 #include <err.h>
 #include <fts.h>
@@ -71,11 +70,19 @@ void kelvo_icu::initialize()
         warn("No ICU schema found for %s", dataset_path.c_str());
 }
 
-std::string kelvo_icu::schema_in(const char* file_name)
+// A data file's name is icutz([0-9]+[lbe])\.dat and nothing else.
+std::string kelvo_icu::schema_in(std::string_view file_name)
 {
-    static const byte_regex data_file = make_byte_regex(R"(icutz([0-9]+[lbe])\.dat)");
-    std::cmatch results;
-    return std::regex_match(file_name, results, data_file) ? results[1].str() : std::string();
+    constexpr std::string_view begin = "icutz", end = ".dat", digits = "0123456789",
+                               letters = "lbe";
+    if (!file_name.starts_with(begin) || !file_name.ends_with(end))
+        return {};
+    const std::string_view schema =
+        file_name.substr(begin.size(), file_name.size() - begin.size() - end.size());
+    const bool is_schema = schema.size() >= 2 &&
+                           schema.find_first_not_of(digits) == schema.size() - 1 &&
+                           letters.find(schema.back()) != letters.npos;
+    return std::string(is_schema ? schema : "");
 }
 
 bool kelvo_icu::compatible_schema(const kelvo_dataset_component& other) const

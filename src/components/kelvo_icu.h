@@ -2,6 +2,9 @@
 
 #include "components/kelvo_dataset_component.h"
 
+#include <string>
+#include <string_view>
+
 namespace quorrel
 {
 
@@ -21,7 +24,7 @@ public:
 
     // Returns the schema in the name of a data file, or an empty string for another name. May throw
     // std::bad_alloc.
-    [[nodiscard]] static std::string schema_in(const char* file_name);
+    [[nodiscard]] static std::string schema_in(std::string_view file_name);
 
     // Returns whether libraries that read `other`'s data can read this data too: whether both have
     // the same schema, or neither has any. Warns if `other` is another kind of component.
