@@ -1,8 +1,8 @@
 #include "components/kelvo_zoneinfo.h"
 
-#include "fs/first_word.h"
 #include "fs/paths.h"
 #include "fs/primitives.h"
+#include "fs/small_file.h"
 
 #include <err.h>
 

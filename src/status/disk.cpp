@@ -3,9 +3,9 @@
 #include "components/kelvo_icu.h"
 #include "dataset/link_resolution.h"
 #include "dataset/select_dataset.h"
-#include "fs/first_word.h"
 #include "fs/paths.h"
 #include "fs/primitives.h"
+#include "fs/small_file.h"
 #include "status/goodness.h"
 
 #include <fts.h>
