@@ -3,10 +3,10 @@
 #include "dataset/cleanup_marker.h"
 #include "dataset/link_resolution.h"
 #include "fs/paths.h"
+#include "fs/small_file.h"
 
 #include <err.h>
 
-#include <fstream>
 #include <string>
 
 namespace quorrel
@@ -35,8 +35,8 @@ void activate(const kelvo_dataset& in_use, const kelvo_dataset& latest, const ke
         touch_needs_cleanup();
 
     // The activation stands even if its record cannot be opened or written.
-    std::ofstream record(paths::version_diff_record);
-    record << in_use.version_string() << '_' << latest.version_string();
+    fs::write_file(paths::version_diff_record,
+                   in_use.version_string() + "_" + latest.version_string());
 }
 
 void decide()

@@ -14,6 +14,8 @@ struct close_file {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
+using open_file = std::unique_ptr<std::FILE, close_file>;
+
 // Returns the next byte, or EOF at the end or if reading fails. An interrupted read is continued.
 int next_byte(std::FILE* file)
 {
@@ -27,7 +29,7 @@ int next_byte(std::FILE* file)
 
 std::string first_word(const std::string& path)
 {
-    const std::unique_ptr<std::FILE, close_file> file(std::fopen(path.c_str(), "r"));
+    const open_file file(std::fopen(path.c_str(), "r"));
     if (file == nullptr)
         return {};
     std::string word;
@@ -37,6 +39,19 @@ std::string first_word(const std::string& path)
         else if (!word.empty())
             break;
     return word;
+}
+
+void write_file(const std::string& path, const std::string& content) noexcept
+{
+    const open_file file(std::fopen(path.c_str(), "w"));
+    if (file == nullptr)
+        return;
+    // Without a buffer, it is known how much an interrupted write has written.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    std::size_t written = 0;
+    do
+        written += std::fwrite(&content[written], 1, content.size() - written, file.get());
+    while (written < content.size() && errno == EINTR);
 }
 
 } // namespace quorrel::fs

@@ -11,4 +11,8 @@ namespace quorrel::fs
 // if there is no memory for the word.
 [[nodiscard]] std::string first_word(const std::string& path);
 
+// Creates or empties a file and writes the content, up to the first failure. Warns of nothing and
+// throws nothing.
+void write_file(const std::string& path, const std::string& content) noexcept;
+
 } // namespace quorrel::fs
