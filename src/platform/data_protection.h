@@ -19,8 +19,8 @@ inline constexpr int set_protection_class_command = 64;
 
 #ifndef HAVE_OPEN_DPROTECTED_NP
 // Opens or creates a file in a protection class and returns its descriptor, or -1 with errno set,
-// as open(2) does. Where there are no protection classes, every file is unprotected anyway; any
-// other class is refused with EINVAL, and the protection flags are ignored.
+// as open(2) does. Where there are no protection classes, every file is unprotected anyway, so the
+// class and its flags are ignored.
 int open_dprotected_np(const char* path, int flags, int protection_class, int protection_flags,
                        mode_t mode);
 #endif
