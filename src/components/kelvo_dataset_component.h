@@ -23,8 +23,7 @@ public:
     virtual void publish_link() const = 0;
 
 protected:
-    kelvo_dataset_component() = default;
-    explicit kelvo_dataset_component(const std::string& path) : dataset_path(path) {}
+    explicit kelvo_dataset_component(const std::string& path = {}) : dataset_path(path) {}
     ~kelvo_dataset_component() = default;
 
     // The dataset's directory, as given; empty for the system partition.
