@@ -14,9 +14,6 @@ namespace quorrel
 namespace
 {
 
-// Both functions build their strings before deleting the link: running out of memory in between
-// would leave none.
-
 // Returns whether the link points into the published zoneinfo tree, after correcting it if
 // necessary. Throws what reading or creating the link throws.
 bool keep_or_correct()
@@ -33,6 +30,7 @@ bool keep_or_correct()
     warn("Correcting localtime link to %s", corrected.c_str());
     if (!fs::exists(corrected))
         return false;
+    // Both strings exist already: running out of memory after the removal would leave no link.
     ::remove(link.c_str());
     fs::create_symlink(corrected, link);
     return true;
@@ -43,6 +41,7 @@ void reset()
     warn("localtime link invalid; resetting to %s", paths::default_zone);
     const std::string link = paths::localtime_link;
     const std::string target = std::string(paths::zoneinfo_link) + "/" + paths::default_zone;
+    // As above, both strings exist already.
     ::remove(link.c_str());
     fs::create_symlink(target, link);
 }
