@@ -20,7 +20,9 @@ std::string abbreviated(const std::string& text);
 // Calls cat chmod chown cp diff ln mkdir mkfifo mv rm sed timeout
 int shell(const std::string& command);
 
-// Runs the program, or another shell command, which has to end with status 0. Returns the outcome:
+// Runs the program, or another shell command, which has to end with status 0. As in an early boot,
+// the program has no standard input, so the first file that it opens gets descriptor 0. Its
+// argument has no effect. Returns the outcome:
 // what it printed, as `warnings_of` does, and then what it changed below /var/db, in the lines of
 // `tools/disk show`, where "gone" stands before what is no longer there. The outcome of a run that
 // prints and changes nothing is empty. "~/" stands for /var/db/timezone/.
@@ -28,7 +30,7 @@ std::string run(const std::string& command = "$PROGRAM ignored <&-");
 inline const std::string unchanged;
 
 // Runs the action and returns what it printed, a line per warning, without the program's name and,
-// unless `full`, without the error text. If it threw, the last line is "threw " and the error
-// number's text or "out of range". "~/" stands for /var/db/timezone/.
+// unless `full`, without the error text. If it threw, the last line is "threw ", and the error
+// number's text, "-1" or "out of range". "~/" stands for /var/db/timezone/.
 std::string warnings_of(const std::function<void()>& action, bool full = false);
 inline constexpr bool with_error_texts = true;
