@@ -14,6 +14,7 @@ TEST(boot, migrates_and_removes_the_legacy_icu_link)
         {"a link that dangles is kept too, and in the way", "-> timezone", "-> /var/no",
          "create_symlink: from ~/icutz to timezone\n" + failed + gone},
         {"a legacy link that dangles is left alone", "-> /var/no", nothing, unchanged},
+        {"so is one that loops", "-> icutz", nothing, unchanged},
         {"a legacy directory is left alone", directory, nothing,
          "read_symlink: /var/db/icutz\n" + failed +
              "remove: could not remove /var/db/icutz\nCould not remove /var/db/icutz\n"},
@@ -27,6 +28,7 @@ TEST(boot, migrates_and_removes_the_legacy_icu_link)
     }
 
     // The decision would remove a link that dangles, so that nothing would be in the way.
+    fresh_disk();
     put("/var/db/icutz", "-> timezone");
     put("icutz", "-> /var/no");
     put("zoneinfo", nothing);
@@ -66,10 +68,12 @@ TEST(boot, does_without_its_directories)
 {
     fresh_disk();
     put("tz", nothing);
-    put("/usr/share/zoneinfo.default/+VERSION", nothing);
-    const std::string unparsed = "Cannot parse version string .1.0";
-    const std::string both = unparsed + ", results.size() = 0\n" + unparsed + "\n";
-    EXPECT_EQ(run(), both + both) << "there may be neither updates nor a release";
+    for (const std::string release : {"", "2024a.1.0"}) {
+        put("/usr/share/zoneinfo.default/+VERSION", release);
+        const std::string unparsed = "Cannot parse version string " + release + ".1.0";
+        const std::string both = unparsed + ", results.size() = 0\n" + unparsed + "\n";
+        EXPECT_EQ(run(), both + both) << "there may be neither updates nor a plain release";
+    }
     put("/var/db/timezone", nothing);
     EXPECT_EQ(run("$PROGRAM 2>/dev/null"), unchanged) << "none is made";
 }

@@ -90,6 +90,11 @@ TEST(select_dataset, decides_by_schema_and_version)
         }
         EXPECT_EQ(run(), outcome) << rule;
     }
+
+    fresh_disk("2024b", "2024c");
+    put("tz/2024b/zoneinfo", nothing);
+    put("tz/2024c/zoneinfo", nothing);
+    EXPECT_EQ(run(), activated("2024b", "2024c", marked)) << "no rule looks at trees";
 }
 
 TEST(select_dataset, leaves_a_marker_as_it_is)
@@ -100,7 +105,8 @@ TEST(select_dataset, leaves_a_marker_as_it_is)
     const auto an_hour_ago = last_write_time(marker) - std::chrono::hours(1);
     last_write_time(marker, an_hour_ago);
     EXPECT_EQ(warnings_of(quorrel::touch_needs_cleanup), "");
-    EXPECT_TRUE(last_write_time(marker) == an_hour_ago && file_size(marker) == 7);
+    EXPECT_EQ(last_write_time(marker), an_hour_ago);
+    EXPECT_EQ(file_size(marker), 7);
     put("needs_cleanup", directory);
     EXPECT_EQ(warnings_of(quorrel::touch_needs_cleanup, with_error_texts),
               "Cannot touch file ~/needs_cleanup: Is a directory\n");
