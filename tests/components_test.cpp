@@ -10,19 +10,28 @@
 
 using namespace quorrel;
 
-TEST(components, are_compatible_if_their_icu_schemas_are_equal)
+namespace
 {
-    const std::string update = "/var/db/timezone/tz/2022a", icutz = update + "/icutz";
-    const std::string unknown = "No ICU schema found for ~/tz/2022a\n";
-    const auto compare_with = [&](const std::string& system_schema) {
-        std::string result;
-        put("/usr/share/icu/icutzformat.txt", system_schema);
-        return warnings_of([&] {
-                   result = kelvo_icu(update).compatible_schema(kelvo_icu()) ? "same" : "other";
-               })
-            .append(result);
-    };
-    const row without_schema[] = {
+
+const std::string update = "/var/db/timezone/tz/2022a", icutz = update + "/icutz";
+const std::string unknown = "No ICU schema found for ~/tz/2022a\n";
+
+// Returns the warnings, and then "same" if the update's schema is the system's, given in its file.
+std::string compare_with(const std::string& system_schema)
+{
+    std::string result;
+    put("/usr/share/icu/icutzformat.txt", system_schema);
+    return warnings_of([&] {
+               result = kelvo_icu(update).compatible_schema(kelvo_icu()) ? "same" : "other";
+           })
+        .append(result);
+}
+
+} // namespace
+
+TEST(components, find_no_schema_in_another_name)
+{
+    const row cases[] = {
         {"the letter is lower-case", "icutz44L.dat", ""},
         {"there is a letter", "icutz44.dat", ""},
         {"there is a digit", "icutzl.dat", ""},
@@ -34,27 +43,38 @@ TEST(components, are_compatible_if_their_icu_schemas_are_equal)
         {"nothing follows the name", "icutz44l.dat.bak", ""},
         {"a directory is ignored, and what is in it", "icutz44l.dat/icutz44l.dat", ""},
         {"a link is ignored", "icutz44l.dat", "-> /usr/share/icu/icutzformat.txt"},
+        {"the directory may be a file", "", ""},
     };
-    for (const auto& [rule, name, thing] : without_schema) {
+    for (const auto& [rule, name, thing] : cases) {
         fresh_disk();
-        put(icutz + "/" + name, thing);
+        put(name.empty() ? icutz : icutz + "/" + name, thing);
         EXPECT_EQ(compare_with(""), unknown + "same") << rule;
     }
+}
 
+TEST(components, compare_schemas_as_text)
+{
     fresh_disk();
     put("/var/elsewhere/icutz0129b.dat", "");
     put(icutz, "-> /var/elsewhere");
     EXPECT_EQ(compare_with("\n\v\f\r\t 0129b 1"), "same") << "the first word counts";
     for (const std::string other : {"129b", "0129B"})
-        EXPECT_EQ(compare_with(other), "other") << "a schema is compared as text";
+        EXPECT_EQ(compare_with(other), "other");
     chmod("/var/elsewhere/icutz0129b.dat", 0640);
     EXPECT_EQ(compare_with("0129b"), unknown + "other") << "others may read a data file";
-    put("/var/elsewhere/icutz0129b.dat", nothing);
+}
+
+TEST(components, take_the_schema_of_the_first_file)
+{
+    fresh_disk();
     put(icutz + "/icutz1l.dat", "");
     put(icutz + "/icutz2e.dat", "");
     const auto first = std::filesystem::directory_iterator(icutz)->path().filename();
-    EXPECT_EQ(compare_with(first.string().substr(5, 2)), "same") << "the first file counts";
+    EXPECT_EQ(compare_with(first.string().substr(5, 2)), "same");
+}
 
+TEST(components, judge_another_kind)
+{
     EXPECT_TRUE(kelvo_zoneinfo().compatible_schema(kelvo_icu()));
     EXPECT_EQ(warnings_of([] { EXPECT_FALSE(kelvo_icu().compatible_schema(kelvo_zoneinfo())); }),
               "kelvo_icu::compatible_schema: could not dynamic_cast other component\n");
