@@ -16,8 +16,6 @@ std::string abbreviated(const std::string& text);
 
 // Runs a shell command in which $PROGRAM and $STATUS are the real executables and $DISK is
 // tools/disk. Returns its status: 124 if it takes longer than ten seconds, -1 if a signal ends it.
-// tools/sandbox reads the next line.
-// Calls cat chmod chown cp diff ln mkdir mkfifo mv rm sed timeout
 int shell(const std::string& command);
 
 // Runs the program, or another shell command, which has to end with status 0. As in an early boot,
