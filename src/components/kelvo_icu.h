@@ -22,6 +22,9 @@ public:
     // error number as an int. May also throw std::bad_alloc.
     explicit kelvo_icu(const std::string& path = {});
 
+    // Returns the data's schema, for example "44l", or an empty string if it is unknown.
+    [[nodiscard]] const std::string& schema_text() const { return schema; }
+
     // Returns the schema in the name of a data file, or an empty string for another name. May throw
     // std::bad_alloc.
     [[nodiscard]] static std::string schema_in(std::string_view file_name);

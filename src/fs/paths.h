@@ -1,7 +1,7 @@
 #pragma once
 
-// Every path that a run knows, and the zone that it resets to. They are fixed when the program is
-// built.
+// Every path that a run or quorrel-status knows, and the zone that a run resets to. They are fixed
+// when the programs are built.
 namespace quorrel::paths
 {
 
@@ -39,5 +39,15 @@ inline constexpr char icu_format_file[] = "/icutzformat.txt";
 inline constexpr char legacy_icu_data[] = "/var/db/icu";         // deleted
 inline constexpr char legacy_icu_link[] = "/var/db/icutz";       // migrated and removed
 inline constexpr char legacy_zoneinfo[] = "/usr/share/zoneinfo"; // where localtime pointed
+
+// What quorrel-status looks at besides.
+inline constexpr char etc_localtime[] = "/etc/localtime"; // where programs find the local zone
+inline constexpr char etc_timezone[] = "/etc/timezone";   // its name, on some systems
+inline constexpr char zone_source_file[] = "/tzdata.zi";  // in a tree: what zic built it from
+inline constexpr char systemd[] = "/run/systemd/system";  // exists where systemd is process 1
+inline constexpr char trace_of_run[] = "/run/quorrel";    // left by the unit
+inline constexpr char var_db[] = "/var/db";
+inline constexpr char data[] = "/var/db/timezone";
+inline constexpr char updates[] = "/var/db/timezone/tz";
 
 } // namespace quorrel::paths

@@ -1,51 +1,86 @@
-#include "status/disk.h"
-#include "status/goodness.h"
+#include "fs/paths.h"
 #include "status/problems.h"
+#include "status/state.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
 
 using namespace quorrel::status;
 
 namespace
 {
 
-// Replaces what would let a name pass for another line.
+constexpr char help[] =
+    "quorrel-status prints which time-zone data is in use and after the next run, and the local\n"
+    "zone; then each problem in a sentence, and below it, indented, the commands that cure it.\n"
+    "It changes nothing. It ends with status 0 if it finds no problem, with 1 if it finds one,\n"
+    "and with 2 if it cannot look at something or write its output.\n"
+    "Its manual page is quorrel-status(8).\n";
+
+// Replaces control characters, so that a file name cannot fake a line of output.
 std::string shown(std::string text)
 {
-    for (char& c : text)
-        if (std::iscntrl(static_cast<unsigned char>(c)))
-            c = '?';
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return std::iscntrl(c) != 0; }, '?');
     return text;
 }
 
-void print(const char* title, const std::string& text)
+void print_row(const char* title, const std::string& text)
 {
     std::printf("%-20s%s\n", title, text.empty() ? "none" : shown(text).c_str());
 }
 
-// The local time as programs see it that know no other zone, or an empty string.
-std::string local_time(const disk& now)
+std::string with_schema(const std::string& name, const dataset& data)
 {
-    struct stat status;
-    if (stat("/etc/localtime", &status) != 0 || !S_ISREG(status.st_mode))
-        return now.zone.empty() ? "" : now.zone + ", but /etc/localtime leads to no file";
-    setenv("TZ", ":/etc/localtime", 1);
-    const std::time_t seconds = std::time(nullptr);
-    char text[64];
-    std::strftime(text, sizeof text, "%a %F %T %z %Z", std::localtime(&seconds));
-    return (now.zone.empty() ? "unknown" : now.zone) + ", " + text;
+    if (!data.is_installed)
+        return name + " (not installed)";
+    return name + "   " + (data.schema.empty() ? "no ICU data" : "schema " + data.schema);
 }
 
-// Returns the updates that no link names, a word each.
-std::string unused(const disk& now)
+std::string short_name(const dataset& data)
+{
+    return data.is_system() ? "system partition" : data.name;
+}
+
+std::string latest_row(const state& now)
+{
+    if (!now.latest)
+        return now.tz_latest.is_link() ? now.tz_latest.target : "";
+    const std::string row = with_schema(now.latest->name, *now.latest);
+    if (!now.latest_verdict.refusal.empty() && now.latest->is_installed &&
+        now.system_faults.empty())
+        return row + "   refused: " + now.latest_verdict.refusal;
+    const bool is_in_use = now.in_use && now.in_use->path == now.latest->path;
+    return now.after_next_run == now.latest->path && !is_in_use ? row + "   to be activated" : row;
+}
+
+// Returns the local zone, and the time that a program without TZ sees.
+std::string zone_row(const state& now)
+{
+    const std::string name = now.zone.name.empty() ? "unknown" : now.zone.name;
+    if (now.zone.link.is_missing() && name == "UTC")
+        return name;
+    if (!now.zone.is_sound)
+        return name + ", but programs show UTC";
+    setenv("TZ", ":/etc/localtime", 1);
+    const std::time_t seconds = std::time(nullptr);
+    char time[64];
+    std::strftime(time, sizeof time, "%a %F %T %z %Z", std::localtime(&seconds));
+    return name + (now.zone.name.empty() ? ", but programs show " : ", ") + time;
+}
+
+std::string unused_row(const state& now)
 {
     std::string names;
     for (const dataset& update : now.updates)
@@ -56,75 +91,80 @@ std::string unused(const disk& now)
     return names;
 }
 
-void print(const disk& now)
+std::string after_row(const state& now)
 {
-    const auto or_none = [](const std::string& version) {
-        return version == ".1.0" ? "none" : version; // a system partition without a release
-    };
-    const auto version_and_schema = [&](const std::optional<dataset>& data) {
-        return !data ? ""
-                     : or_none(data->name) + "   ICU " +
-                           (data->schemas.empty() ? "none" : *data->schemas.begin());
-    };
-    print("system partition", version_and_schema(now.system));
-    print("in use", version_and_schema(now.in_use));
-    print("latest update", version_and_schema(now.latest));
-    print("after the next run", or_none(now.version_after_next_run));
-    print("local zone", local_time(now));
-    print("unused", unused(now));
+    if (!now.after_next_run)
+        return "unknown";
+    return now.after_next_run->empty()
+               ? "system partition"
+               : now.after_next_run->substr(std::strlen(quorrel::paths::update_directory));
 }
 
-// Prints what is unusual, but no problem.
-void print_remarks(const disk& now, bool is_well)
+void print(const state& now)
 {
-    if (!now.publishes_usr_share)
-        std::puts("\nRemark: /usr/share/zoneinfo is not a link to the published tree, so programs "
-                  "that ask for a zone by name do not follow updates.");
-    const std::string schema = schema_of_updates(now);
-    if (is_schema(now.schema.word) && !schema.empty() && schema != now.schema.word)
-        std::printf("\nRemark: all updates have ICU schema %s, but %s says %s.\n", schema.c_str(),
-                    now.schema.at.path.c_str(), now.schema.word.c_str());
-    if (is_well && now.best && (!now.latest || now.best->version > now.latest->version) &&
-        now.best->version > (now.in_use ? now.in_use->version : quorrel::tz_version()))
-        std::printf("\nRemark: update %s is newer and good, but tz_latest does not name it. To use "
-                    "it, link it "
-                    "and run quorrel:\n"
-                    "ln -sfn %s %s\n",
-                    now.best->name.c_str(), now.best->path.c_str(), now.tz_latest.path.c_str());
+    const std::string release = now.system.name == ".1.0" ? "no release" : now.system.name;
+    print_row("system partition", with_schema(release, now.system));
+    print_row("in use", now.in_use ? with_schema(short_name(*now.in_use), *now.in_use) : "");
+    print_row("tz_latest", latest_row(now));
+    print_row("after the next run", after_row(now));
+    print_row("local zone", zone_row(now));
+    print_row("unused", unused_row(now));
 }
 
-void print(const problem& found)
+void print(const finding& found, const char* before, const char* indent)
 {
-    std::printf("\n%s\n", shown(found.sentence).c_str());
+    std::printf("\n%s%s\n", before, shown(found.sentence).c_str());
     for (const std::string& command : found.commands)
-        std::printf("    %s\n", command.c_str());
+        std::printf("%s%s\n", indent, command.c_str());
+}
+
+int report()
+{
+    const state now = read_state();
+    const findings found = find_problems(now);
+    print(now);
+    for (const finding& problem : found.problems)
+        print(problem, "", "    ");
+    if (found.problems.empty())
+        std::puts("\nNo problem found.");
+    for (const finding& remark : found.remarks)
+        print(remark, "Remark: ", "");
+    return found.problems.empty() ? 0 : 1;
+}
+
+// Prints what the arguments ask for. Returns the exit status.
+int answer(const std::vector<std::string>& arguments)
+{
+    if (arguments.empty())
+        return report();
+    if (arguments == std::vector<std::string>{"--help"})
+        std::fputs(help, stdout);
+    else if (arguments == std::vector<std::string>{"--version"})
+        std::fputs("quorrel-status " QUORREL_VERSION "\n", stdout);
+    else
+        throw std::invalid_argument("its only arguments are --help and --version");
+    return 0;
 }
 
 } // namespace
 
-// Ends with status 0 if there is no problem, 1 if there is one, 2 if it cannot tell.
-int main(int argc, char** /*argv*/)
+int main(int argc, char** argv)
 {
-    if (argc > 1) {
-        std::fputs("usage: quorrel-status\n", stderr);
-        return 2;
-    }
-    // The warnings of the program's own code say what a run would, not what is to be done.
-    const int messages = fcntl(STDERR_FILENO, F_DUPFD, STDERR_FILENO + 1);
+    // quorrel's own warnings describe what a run would do: silence them.
+    const int messages = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     if (std::freopen("/dev/null", "w", stderr) == nullptr)
         std::fclose(stderr);
     try {
-        const disk now = read_disk();
-        const std::vector<problem> problems = find_problems(now);
-        print(now);
-        for (const problem& found : problems)
-            print(found);
-        print_remarks(now, problems.empty());
+        const int status = answer({argv + 1, argv + argc});
         if (std::fflush(stdout) != 0)
             throw std::runtime_error("standard output cannot be written");
-        return problems.empty() ? 0 : 1;
+        return status;
+    } catch (const std::system_error& failure) {
+        const bool is_refused = failure.code() == std::errc::permission_denied;
+        dprintf(messages, "quorrel-status: %s%s\n", failure.what(),
+                is_refused ? " (run it as root)" : "");
     } catch (const std::exception& failure) {
         dprintf(messages, "quorrel-status: %s\n", failure.what());
-        return 2;
     }
+    return 2;
 }

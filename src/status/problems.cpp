@@ -1,398 +1,330 @@
 #include "status/problems.h"
 
-#include "status/goodness.h"
-
 #include "fs/paths.h"
+#include "status/commands.h"
 
-#include <sys/stat.h>
+#include <sys/statvfs.h>
 
-#include <optional>
+#include <algorithm>
+#include <map>
 
 namespace quorrel::status
 {
 namespace
 {
 
-using finding = std::optional<problem>;
+using namespace std::string_literals;
 
-// Texts.
-
-// Quotes a text for the shell, if it has to be.
-std::string quoted(const std::string& text)
+// Says how a place differs from what it should be.
+std::string difference(const place& at)
 {
-    const std::string plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_/.+-";
-    if (text.find_first_not_of(plain) == text.npos)
-        return text;
-    std::string result = "'";
-    for (const char c : text)
-        result += c == '\'' ? "'\\''" : std::string(1, c);
-    return result + "'";
+    if (at.is_missing())
+        return at.path + " is missing";
+    if (at.is_mount_point)
+        return at.path + " is a mount point, which keeps quorrel from making a link";
+    return at.path + (at.is_link() ? " points to " + at.target : " is not a link");
 }
 
-// Commands.
-
-// Returns a command that keeps what is in the way under a new name.
-std::string keep(const std::string& path, const std::string& command = "mv ")
+bool is_read_only(const std::string& path)
 {
+    struct statvfs status;
+    return statvfs(path.c_str(), &status) == 0 && (status.f_flag & ST_RDONLY) != 0;
+}
+
+// The way to the data.
+
+void check_run(findings& found)
+{
+    if (S_ISDIR(mode_of(paths::systemd)) && mode_of(paths::trace_of_run) == 0)
+        found.problem("quorrel has not run since the boot, or its run failed. \"systemctl status "
+                      "quorrel.service\" says why. Remove the cause, and start the unit.");
+}
+
+// Returns whether the places in the data directory can be judged, and cured.
+bool check_directories(const state& now, findings& found)
+{
+    const bool needs_updates = now.in_use && !now.in_use->is_installed;
+    for (const std::string path : {paths::var_db, paths::data, paths::updates}) {
+        const route way = follow(path);
+        const bool is_link = way.stations.size() > 1;
+        if (S_ISDIR(way.mode) || (path == paths::updates && !is_link && !needs_updates))
+            continue;
+        const std::string what =
+            is_link ? path + " leads to " + way.stations.back() + ", which" : path;
+        found.problem(what + (way.mode != 0 ? " is not a directory."
+                                            : " is missing. If it is a file system of its own, "
+                                              "mount it. Otherwise make it, and run quorrel."));
+        return false;
+    }
+    if (is_read_only(paths::data))
+        found.problem(paths::data + " is on a read-only file system. Mount it writable."s);
+    return !is_read_only(paths::data);
+}
+
+void check_writing(const state& now, findings& found)
+{
+    const std::string path = follow(paths::data).stations.back();
     struct stat status;
-    std::string name = path + ".old";
-    while (lstat(name.c_str(), &status) == 0)
-        name += "~";
-    return command + path + " " + name;
-}
-
-std::string link(const entry& at, const std::string& target)
-{
-    const std::string command = "ln -sfn " + quoted(target) + " " + at.path;
-    if (at.is_missing() || at.is_link())
-        return command;
-    // A file may be a zone that is read: it stays until the link replaces it.
-    return keep(at.path, at.is_file() ? "cp -p " : "mv ") + " && " + command;
-}
-
-std::string remove(const entry& at)
-{
-    return at.is_link() ? "rm " + at.path : keep(at.path);
-}
-
-std::string write(const word_file& file, const std::string& word)
-{
-    const std::string command = "(umask 022; echo " + word + " >" + file.at.path + ")";
-    return file.at.is_missing() || file.at.is_file() ? command
-                                                     : keep(file.at.path) + " && " + command;
-}
-
-// Returns a command that makes a directory at the path of the entry, or below it.
-std::string make_directory(const entry& at, const std::string& path)
-{
-    const std::string command = "(umask 022; mkdir -p " + path + ")";
-    return at.is_missing() ? command : keep(at.path) + " && " + command;
-}
-
-std::string open_up(const dataset& data)
-{
-    return "chmod -R go+rX " + quoted(data.is_system() ? data.tree : data.path);
-}
-
-// Puts before the commands that link to a dataset what makes it readable.
-std::vector<std::string> with_modes(const dataset& data, std::vector<std::string> commands)
-{
-    if (!data.unreadable.empty())
-        commands.insert(commands.begin(), open_up(data));
-    return commands;
-}
-
-std::string relink_latest(const disk& now)
-{
-    return now.best ? link(now.tz_latest, now.best->path) : remove(now.tz_latest);
-}
-
-bool latest_is_in_use(const disk& now)
-{
-    return now.in_use && now.latest && now.in_use->path == now.latest->path;
-}
-
-std::string with_best(const disk& now, const std::string& fault)
-{
-    return fault + (now.best ? ". The newest good update is " + now.best->name + "."
-                             : ". No update is known to be good.");
-}
-
-// Links both kinds of data to the newest good update or, if there is none, the system partition. A
-// tz_latest that names what was in use goes with them.
-std::vector<std::string> publish_best(const disk& now)
-{
+    if (now.can_write || stat(path.c_str(), &status) != 0)
+        return;
     std::vector<std::string> commands;
-    if (now.best) {
-        commands = {link(now.zoneinfo, now.best->tree)};
-        if (now.icutz.target != now.best->icu_directory)
-            commands.push_back(link(now.icutz, now.best->icu_directory));
-        commands = with_modes(*now.best, commands);
-    } else if (now.system.has_tree) {
-        commands = {link(now.zoneinfo, now.system.tree)};
-        if (!now.icutz.is_missing())
-            commands.push_back(remove(now.icutz));
-        if (!now.system_is_read_only)
-            commands = with_modes(now.system, commands);
-    }
-    const bool latest_is_best = now.best && now.latest && now.best->path == now.latest->path;
-    if (latest_is_in_use(now) && !latest_is_best)
-        commands.push_back(relink_latest(now));
-    return commands;
+    if (is_within(path, paths::var_db) && status.st_uid == 0)
+        commands = {"chmod u+rwx " + path};
+    else if (is_within(path, paths::var_db))
+        commands = {"chgrp 0 " + path, "chmod g+rwx " + path};
+    found.problem("The owner or the permissions of " + path + " keep quorrel from writing there.",
+                  commands);
 }
 
-// Finishes a problem of the system partition, which no command cures if it is read only.
-problem on_system(const disk& now, const problem& found)
+void check_permissions(const state& now, findings& found)
 {
-    if (now.system_is_read_only)
-        return {found.sentence + " It is on a read-only file system: correct the image.", {}};
-    return found;
-}
-
-// The checks, one fault each.
-
-finding check_data_directory(const disk& now)
-{
-    const std::string path = "/var/db/timezone";
-    if (now.data_is_read_only)
-        return problem{path + " is on a read-only file system. Mount it writable.", {}};
-    if (!now.has_data_directory) {
-        const std::string fault = now.data_directory.is_missing() ? "missing" : "not a directory";
-        problem missing = {path + " is " + fault + ".",
-                           {make_directory(now.data_directory, path + "/tz")}};
-        if (!now.zone.empty())
-            missing.commands.push_back(
-                link(now.localtime, paths::zoneinfo_link + ("/" + now.zone)));
-        return missing;
-    }
-    if (!now.root_may_write)
-        return problem{"The owner or the mode of " + path + " keeps quorrel from writing there.",
-                       now.root_owns_data_directory
-                           ? std::vector<std::string>{"chmod u+rwx " + path}
-                           : std::vector<std::string>{"chgrp 0 " + path, "chmod g+rwx " + path}};
-    return {};
-}
-
-finding check_system_tree(const disk& now)
-{
-    if (now.system.has_tree || (now.in_use && now.in_use->is_system() && now.best))
-        return {}; // or the same fault as what is in use, which is cured first
-    return problem{"The system partition's zoneinfo tree, " + now.system.tree +
-                       ", is missing. Put the tree of this system's image there.",
-                   {}};
-}
-
-// Finds what is wrong with a word of the system partition; `right` is what belongs there, if known,
-// and `reason` why.
-problem check_word(const disk& now, const word_file& file, const std::string& right,
-                   const std::string& reason, const std::string& fault, const std::string& advice)
-{
-    std::string sentence = file.at.path + " ";
-    if (file.at.is_missing())
-        sentence += "is missing.";
-    else if (!file.is_regular)
-        sentence += "is not a regular file.";
-    else if (file.word.empty())
-        sentence += "is blank.";
-    else
-        sentence += "begins with " + quoted(file.word) + ", which is " + fault + ".";
-    sentence += " " + (right.empty() ? advice : reason + " " + right + ".");
-    if (right.empty())
-        return on_system(now, {sentence, {}});
-    return on_system(now, {sentence, {write(file, right)}});
-}
-
-finding check_release(const disk& now)
-{
-    const std::string right = is_release(now.built_release) ? now.built_release : "";
-    if (!now.system.has_tree || is_release(now.release.word))
-        return {};
-    return check_word(now, now.release, right, "Its tree is release", "not a tz release",
-                      "Write the release that the tree was built from into it, for example 2026b.");
-}
-
-finding check_schema(const disk& now)
-{
-    if (is_schema(now.schema.word))
-        return {};
-    problem result =
-        check_word(now, now.schema, system_schema(now), "The updates have",
-                   "not an ICU schema, so updates are refused",
-                   "Write the schema that this system's libraries read into it, for example 44l.");
-    if (!result.commands.empty() && !now.has_icu_directory)
-        result.commands.insert(result.commands.begin(),
-                               make_directory(now.icu_directory, now.icu_directory.path));
-    return result;
-}
-
-finding check_ways(const disk& now)
-{
-    const std::string& closed = now.closed_directories;
-    if (closed.empty())
-        return {};
-    const problem found = {"Other users cannot enter" + closed + ", as their programs must.",
-                           {"chmod go+rx" + closed}};
-    return closed.find(" /usr") != closed.npos ? on_system(now, found) : found;
-}
-
-// Returns what is wrong with what is in use, or an empty string.
-std::string fault_in_use(const disk& now)
-{
-    if (now.zoneinfo.is_missing())
-        return "The zoneinfo link is missing";
-    if (!now.zoneinfo.is_link())
-        return now.zoneinfo.path + " is not a link";
-    if (!now.in_use || now.zoneinfo.target != now.in_use->tree)
-        return "The zoneinfo link names " + quoted(now.zoneinfo.target) +
-               ", which is not a dataset's tree";
-    const std::string fault = fault_in(now, *now.in_use);
-    if (fault.empty() || (now.in_use->is_system() && !now.best))
-        return ""; // or found by another check of the system partition
-    return (now.in_use->is_system() ? "The system partition"
-                                    : "Update " + quoted(now.in_use->name)) +
-           " is in use, but " + fault;
-}
-
-finding check_in_use(const disk& now)
-{
-    const std::string fault = fault_in_use(now);
-    return fault.empty() ? finding() : problem{with_best(now, fault), publish_best(now)};
-}
-
-finding check_icu_link(const disk& now)
-{
-    const entry& icutz = now.icutz;
-    if (!now.in_use || !fault_in_use(now).empty())
-        return {};
-    const bool is_system = now.in_use->is_system();
-    if (is_system ? icutz.is_missing() : icutz.target == now.in_use->icu_directory)
-        return {};
-    if (is_system)
-        return problem{"The system partition is in use, which needs no ICU link, but " +
-                           icutz.path + " exists.",
-                       {remove(icutz)}};
-    std::string fault = "The ICU link names " + quoted(icutz.target);
-    for (const dataset& update : now.updates)
-        if (icutz.target == update.icu_directory)
-            fault = "The ICU link names update " + quoted(update.name);
-    if (icutz.is_missing())
-        fault = "The ICU link is missing";
-    else if (!icutz.is_link())
-        fault = icutz.path + " is not a link";
-    return problem{fault + ", but " + now.in_use->name + " is in use.",
-                   {link(icutz, now.in_use->icu_directory)}};
-}
-
-finding check_legacy_icu_link(const disk& now)
-{
-    if (now.legacy_icu_link.is_missing())
-        return {};
-    return problem{now.legacy_icu_link.path + ", the legacy ICU link, is left over.",
-                   {remove(now.legacy_icu_link)}};
-}
-
-// Returns what is wrong with tz_latest, to be read after its name, or an empty string.
-std::string fault_in_latest(const disk& now)
-{
-    if (!now.tz_latest.is_link())
-        return "is not a link";
-    if (!now.latest)
-        return now.tz_latest.target.starts_with('/')
-                   ? "names " + quoted(now.tz_latest.target) + ", which is not an update"
-                   : "has the relative target " + quoted(now.tz_latest.target);
-    if (now.latest->name.ends_with('/'))
-        return "has a slash at the end of its target";
-    const std::string which = "names update " + quoted(now.latest->name) + ", which ";
-    if (const std::string fault = fault_in(now, *now.latest); !fault.empty())
-        return which + fault;
-    if (!(now.latest->version > system_version(now)))
-        return which + "is not newer than the system partition";
-    if (now.in_use && fault_in_use(now).empty() && now.latest->version < now.in_use->version)
-        return which + "is older than " + now.in_use->name + ", which is in use";
-    return "";
-}
-
-finding check_latest(const disk& now)
-{
-    const std::string fault = now.tz_latest.is_missing() ? "" : fault_in_latest(now);
-    if (fault.empty() || (latest_is_in_use(now) && !fault_in_use(now).empty()))
-        return {}; // or the same fault
-    const std::vector<std::string> commands = {relink_latest(now)};
-    return problem{with_best(now, "tz_latest " + fault), now.best && fault_in_use(now).empty()
-                                                             ? with_modes(*now.best, commands)
-                                                             : commands};
-}
-
-finding check_readers(const disk& now)
-{
-    // The latest comes first, since a run activates it. What has another problem is skipped, and so
-    // is what that problem's commands make readable.
-    const bool in_use_is_bad = !fault_in_use(now).empty();
-    const bool latest_is_bad = check_latest(now).has_value();
-    const std::string opened =
-        now.best && (in_use_is_bad || latest_is_bad) ? now.best->path : "none";
-    for (const auto& data : {latest_is_bad || latest_is_in_use(now) ? std::nullopt : now.latest,
-                             in_use_is_bad ? std::nullopt : now.in_use})
-        if (data && !data->unreadable.empty() && data->path != opened) {
-            const problem found = {"Other users cannot read " + quoted(data->unreadable) +
-                                       ", as their programs must.",
-                                   {open_up(*data)}};
-            return data->is_system() ? on_system(now, found) : found;
+    const bool may_be_activated = now.system_faults.empty() && now.latest &&
+                                  now.latest_verdict.refusal.empty() &&
+                                  now.latest_verdict.fault.empty();
+    std::vector<std::string> contents,
+        ways = {paths::etc_localtime, paths::legacy_zoneinfo, paths::zoneinfo_link, paths::updates};
+    for (const dataset& data : {now.system, now.right, may_be_activated ? *now.latest : now.right})
+        for (const std::string& directory : {data.tree, data.icu_directory}) {
+            ways.push_back(directory);
+            contents.push_back(follow(directory).stations.back());
         }
-    return {};
+    std::map<std::string, std::string> closed; // with the command that opens it
+    for (const std::string& directory : contents)
+        if (!is_open_to_all(directory))
+            closed[directory] = "chmod -R a+rX ";
+    for (const std::string& way : ways)
+        for (const std::string& path : follow(way).closed)
+            if (std::none_of(contents.begin(), contents.end(),
+                             [&](const std::string& top) { return is_within(path, top); }))
+                closed[path] = "chmod a+x ";
+    if (!now.zone.follows_published)
+        closed.erase(paths::etc_localtime); // it has to become a link
+
+    std::string ours, others;
+    std::vector<std::string> commands;
+    for (const auto& [path, command] : closed) {
+        (is_within(path, paths::var_db) ? ours : others) += " " + path;
+        if (is_within(path, paths::var_db))
+            commands.push_back(command + quoted(path));
+    }
+    const std::string these = "These are closed to other users, or something in them is, so their "
+                              "programs may show UTC:";
+    if (!ours.empty())
+        found.problem(these + ours + ".", commands);
+    if (!others.empty())
+        found.problem(these + others + ". What belongs to the image has to be opened there.");
 }
 
-// Finishes a problem with a link to the local zone. No fault is no problem.
-finding relink(const disk& now, const std::string& fault, const entry& at, const std::string& tree)
+void check_stalls(const state& now, findings& found)
 {
-    if (fault.empty())
-        return {};
-    if (!now.zone.empty())
-        return problem{fault, {link(at, tree + "/" + now.zone)}};
-    return problem{
-        fault + " It is not known which zone was meant: before the next run, link it to the " +
-            "zone's file in " + tree + ".",
-        {}};
+    if (now.in_use && !now.in_use->is_system() && now.in_use->stalls)
+        found.problem(now.in_use->tree + paths::release_file +
+                      " is a pipe, a device or a huge file, which stalls a run. Remove it.");
+    const place record = look_at(paths::version_diff_record);
+    if (S_ISFIFO(mode_of(record.path)))
+        found.problem(record.path + " is a pipe, which stalls a run.", clear(record));
 }
 
-finding check_localtime(const disk& now)
+// The system partition.
+
+void check_image(const state& now, findings& found)
 {
-    const entry& localtime = now.localtime;
-    std::string fault;
-    if (!now.zone.empty() && now.system.has_tree && !zone_can_be_had(now))
-        return problem{"No dataset has the zone " + quoted(now.zone) + ". Link " + localtime.path +
-                           " and /etc/localtime to the file of the zone that was meant.",
-                       {}};
-    if (localtime.is_missing())
-        fault = "The localtime link is missing.";
-    else if (!localtime.is_link())
-        fault = localtime.path + " is not a link.";
-    else if (!(localtime.target + "/").starts_with(std::string(paths::zoneinfo_link) + "/"))
-        fault = "The localtime link names " + quoted(localtime.target) +
-                ", which is not in the published tree.";
-    else if (now.localtime_zone.empty())
-        fault = "The localtime link names no zone.";
-    else if (!now.zone.empty() && now.zone != now.localtime_zone)
-        fault = "The localtime link names the zone " + quoted(now.localtime_zone) +
-                ", but the local zone is " + quoted(now.zone) + ".";
-    return relink(now, fault, localtime, paths::zoneinfo_link);
+    const auto add = [&](const std::string& sentence) {
+        found.problem(sentence + " Correct the image.");
+    };
+    for (const std::string& fault : now.system_faults)
+        add(fault);
+    if (!now.publishes_usr_share)
+        add(paths::legacy_zoneinfo + " is not a link to "s + paths::zoneinfo_link +
+            ", so programs that ask for a zone by name do not follow updates, or show UTC.");
+    if (const std::string fault = fault_in(now.system, now.right_zone);
+        now.after_next_run == "" && now.system.has_tree && !fault.empty())
+        add("After the next run the system partition is in use, but it " + fault + ".");
 }
 
-finding check_etc_localtime(const disk& now)
+// What is published.
+
+// What is in use is right, but a run that goes by names may take it out of use. That a newer system
+// partition or one with another schema replaces it is no problem.
+void check_next_run(const state& now, findings& found)
 {
-    const entry& etc = now.etc_localtime;
-    std::string fault;
-    if (!now.zone.empty() && !zone_can_be_had(now))
-        return {}; // nothing has the zone that it could lead to, as another problem says
-    if (etc.is_missing())
-        fault = "/etc/localtime is missing.";
-    else if (etc.is_file())
-        fault = "/etc/localtime is a copy, which follows no update.";
-    else if (!etc.is_link())
-        fault = "/etc/localtime is not a link.";
-    else if (!now.etc_leads_to_published_tree)
-        fault = "/etc/localtime names " + quoted(etc.target) + ", which follows no update.";
-    else if (now.etc_zone != now.zone)
-        fault = "/etc/localtime does not name an existing zone.";
-    return relink(now, fault, etc,
-                  now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link);
+    const dataset& right = now.right;
+    if (right.is_system() || now.after_next_run != "")
+        return;
+    const std::string effect = ", so the next run goes back to the system partition.";
+    if (right.version == tz_version())
+        found.problem(right.path + " is in use, but its name is not a version" + effect);
+    else if (right.schema.empty() && right.version >= now.system.version)
+        found.problem(name_of(right) + " is in use, but has no ICU data file" + effect);
+    else if (right.schema == now.system.schema && right.version >= now.system.version &&
+             now.current_path != right.path)
+        found.problem(difference(now.zoneinfo) + " instead of " + right.tree + effect,
+                      make_link(now.zoneinfo, right.tree));
+}
+
+void check_zoneinfo(const state& now, findings& found)
+{
+    if (now.in_use && now.in_use->path == now.right.path)
+        return check_next_run(now, found);
+    std::string sentence = difference(now.zoneinfo);
+    if (now.in_use)
+        sentence = now.zoneinfo.path + " points to " + name_of(*now.in_use) + ", which " +
+                   fault_in(*now.in_use, now.zone.name);
+    else if (now.zoneinfo.is_link())
+        sentence += ", which is no dataset's tree";
+    sentence += now.right.is_system() ? ". Without a good update, the system partition is used."
+                                      : ". The newest good update is " + now.right.name + ".";
+    if (now.in_use && fault_in(*now.in_use, now.zone.name).starts_with("lacks"))
+        sentence += " Zones are sometimes renamed, and then the next update lacks it too.";
+    found.problem(sentence, make_link(now.zoneinfo, now.right.tree));
+}
+
+void check_icutz(const state& now, findings& found)
+{
+    const std::string& directory = now.right.icu_directory;
+    if (now.right.is_system() && !now.icutz.is_missing())
+        found.problem(now.icutz.path + " exists, but the system partition needs no ICU link.",
+                      clear(now.icutz));
+    const bool is_right = now.icutz.is_link() && (destination(now.icutz.path) == directory ||
+                                                  is_same_directory(now.icutz.path, directory));
+    if (!now.right.is_system() && !is_right)
+        found.problem(difference(now.icutz) + ", but " + name_of(now.right) + " is to be used.",
+                      make_link(now.icutz, directory));
+}
+
+void check_tz_latest(const state& now, findings& found)
+{
+    const verdict& latest = now.latest_verdict;
+    std::string sentence = now.tz_latest.path;
+    if (now.tz_latest.is_link())
+        sentence += " points to " + now.tz_latest.target + ", which";
+    sentence += " " + latest.fault + ".";
+    if (!latest.fault.empty() && !latest.is_curable)
+        return found.problem(sentence);
+    const std::vector<std::string> cure =
+        now.best ? make_link(now.tz_latest, now.best->path) : clear(now.tz_latest);
+    if (!latest.fault.empty())
+        found.problem(sentence + (now.best ? " The newest good update is " + now.best->name + "."
+                                           : " No update is good."),
+                      cure);
+    else if (now.best && now.best->version > now.right.version &&
+             now.best->path != now.tz_latest.target)
+        found.remark("the installed update " + now.best->name +
+                         " is good and newer than what is in use, but " + now.tz_latest.path +
+                         " does not point to it. To activate it, paste this and run quorrel:",
+                     cure);
+}
+
+// The local zone.
+
+// Returns the zones that other places name, to be read after a sentence.
+std::string other_zones(const local_zone& zone)
+{
+    std::string others;
+    if (!zone.localtime_name.empty())
+        others += "; "s + paths::localtime_link + " points to " + zone.localtime_name;
+    if (!zone.timezone_name.empty())
+        others += "; "s + paths::etc_timezone + " says " + zone.timezone_name;
+    return others;
+}
+
+std::string zone_path(const state& now)
+{
+    return (now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link) + "/"s +
+           now.zone.name;
+}
+
+void check_etc_localtime(const state& now, findings& found)
+{
+    const local_zone& zone = now.zone;
+    const std::string stays = ", so it does not change with an update";
+    const std::string advice = " Link "s + zone.link.path + " to the right zone, for example " +
+                               paths::legacy_zoneinfo + "/Europe/Paris.";
+    if (zone.link.is_mount_point && zone.is_sound)
+        return found.remark(zone.link.path + " is a mount point" + stays + ".");
+    if (zone.link.is_missing() && zone.name == "UTC")
+        return found.remark(zone.link.path + " is missing, so the local time is UTC.");
+    if (zone.name.empty())
+        return found.problem("The local zone is unknown: " + difference(zone.link) +
+                             other_zones(zone) + "." + advice);
+    if (now.right_zone.empty())
+        return found.problem(zone.link.path + " points to " + zone.name +
+                             ", but no dataset that can be used has that zone." + advice);
+    // The link may lead somewhere else than its text says, for example with "..".
+    const bool is_unsound = !zone.is_sound && zone.way.closed.empty() && now.in_use &&
+                            now.in_use->path == now.right.path;
+    if (zone.link.is_link() && !is_unsound &&
+        (zone.follows_published || zone.way.passes(paths::legacy_zoneinfo)))
+        return;
+    const std::string sentence =
+        (S_ISREG(zone.link.mode) ? zone.link.path + " is a copy" : difference(zone.link)) + stays +
+        ".";
+    if (is_read_only("/etc"))
+        return found.problem(
+            sentence + " /etc is on a read-only file system. Correct the link where that is made.");
+    found.problem(sentence, make_link(zone.link, zone_path(now)));
+}
+
+void check_localtime(const state& now, findings& found)
+{
+    const local_zone& zone = now.zone;
+    const std::string published = paths::zoneinfo_link + "/"s + zone.name;
+    if (zone.name.empty() || now.right_zone.empty() || zone.link.is_missing())
+        return;
+    if (!zone.asks_localtime && zone.localtime_name != zone.name)
+        return found.remark(difference(now.localtime) + ", but the local zone is " + zone.name +
+                                ". To set it, paste this:",
+                            make_link(now.localtime, published));
+    if (!zone.asks_localtime)
+        return;
+    if (now.localtime.target != published &&
+        now.localtime.target != paths::legacy_zoneinfo + "/"s + zone.name)
+        found.problem(difference(now.localtime) + ", so the next run resets it to " +
+                          paths::default_zone + ".",
+                      make_link(now.localtime, published));
+    else if (zone.name == paths::default_zone && zone.timezone_name.empty())
+        found.remark(now.localtime.path + " points to "s + zone.name +
+                     ". That may not be the right zone, because a run resets a lost link to it.");
 }
 
 } // namespace
 
-std::vector<problem> find_problems(const disk& now)
+void findings::problem(const std::string& sentence, const std::vector<std::string>& commands)
 {
-    std::vector<problem> problems;
-    const auto add = [&](std::initializer_list<finding (*)(const disk&)> checks) {
-        for (const auto check : checks)
-            if (const finding found = check(now))
-                problems.push_back(*found);
-    };
-    add({check_system_tree, check_release, check_schema, check_ways, check_data_directory});
-    if (now.has_data_directory && !now.data_is_read_only) // or nothing else can be cured
-        add({check_in_use, check_readers, check_icu_link, check_legacy_icu_link, check_latest,
-             check_localtime, check_etc_localtime});
-    return problems;
+    // A control character in a name could fake a command.
+    const bool can_be_pasted =
+        std::none_of(commands.begin(), commands.end(), has_control_character);
+    problems.push_back({sentence, can_be_pasted ? commands : std::vector<std::string>()});
+}
+
+void findings::remark(const std::string& sentence, const std::vector<std::string>& commands)
+{
+    remarks.push_back({sentence, commands});
+}
+
+std::string name_of(const dataset& data)
+{
+    return data.is_system() ? "the system partition" : "update " + data.name;
+}
+
+findings find_problems(const state& now)
+{
+    findings found;
+    check_run(found);
+    check_image(now, found);
+    if (check_directories(now, found)) {
+        check_writing(now, found);
+        check_permissions(now, found);
+        check_stalls(now, found);
+        if (now.system_faults.empty()) {
+            check_zoneinfo(now, found);
+            check_icutz(now, found);
+            check_tz_latest(now, found);
+        }
+        check_localtime(now, found);
+    }
+    check_etc_localtime(now, found);
+    return found;
 }
 
 } // namespace quorrel::status

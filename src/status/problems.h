@@ -1,6 +1,6 @@
 #pragma once
 
-#include "status/disk.h"
+#include "status/state.h"
 
 #include <string>
 #include <vector>
@@ -8,15 +8,27 @@
 namespace quorrel::status
 {
 
-// What is wrong, in a sentence or two, and the commands that cure it, for a root shell and in that
-// order; none where only a person can know what is right.
-struct problem {
+// A sentence or two and the commands that belong to it, for a root shell and in that order. Where
+// only a person can know what is right, or do it, the sentence says so and there are no commands.
+struct finding {
     std::string sentence;
     std::vector<std::string> commands;
 };
 
-// Returns what is wrong on the disk: of a chain of faults, the first. A command deletes nothing but
-// links, changes no update but to make it readable for others, and never sets the clock back.
-[[nodiscard]] std::vector<problem> find_problems(const disk& now);
+struct findings {
+    std::vector<finding> problems; // something does not work, now or after the next boot or update
+    std::vector<finding> remarks;  // only worth knowing
+
+    void problem(const std::string& sentence, const std::vector<std::string>& commands = {});
+    void remark(const std::string& sentence, const std::vector<std::string>& commands = {});
+};
+
+// Compares each place with what it should be. The commands can be pasted at once, and a second
+// time. They delete nothing but links, change no update but to open its permissions, set no other
+// zone, and publish no older data unless what is in use cannot be used.
+[[nodiscard]] findings find_problems(const state& now);
+
+// Returns what a dataset is called in a sentence, for example "update 2026c.1.0".
+[[nodiscard]] std::string name_of(const dataset& data);
 
 } // namespace quorrel::status

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "version/tz_version.h"
+
+#include <string>
+#include <vector>
+
+namespace quorrel::status
+{
+
+// What there is to know of the system partition's data, or of an update, which need not be
+// installed.
+struct dataset {
+    std::string path; // as for kelvo_dataset: empty for the system partition
+    std::string name; // the version as text
+    std::string tree, icu_directory;
+    tz_version version; // unset if the name is none
+    bool has_too_big_number = false;
+    bool is_installed = false, has_tree = false;
+    bool stalls = false; // a run, which reads its release: a named pipe or a device
+    std::string schema;  // of its ICU data, even if others cannot read that
+
+    [[nodiscard]] bool is_system() const { return path.empty(); }
+};
+
+// Reads the system partition's, or an update's by the path of its directory. Throws
+// std::system_error for what cannot be looked at.
+[[nodiscard]] dataset read_dataset(const std::string& path);
+
+// Returns what keeps programs from using a dataset for the zone, to be read after its name, or an
+// empty string. An empty zone is in every tree.
+[[nodiscard]] std::string fault_in(const dataset& data, const std::string& zone);
+
+// Returns whether everybody can read all that is in a directory. The targets of links are not
+// looked at.
+[[nodiscard]] bool is_open_to_all(const std::string& directory);
+
+// Returns whether reading what is at the path may never end, or not soon: a named pipe, a device,
+// or a file of more than a megabyte.
+[[nodiscard]] bool may_stall(const std::string& path);
+
+// Returns the first word of a regular file, or an empty string.
+[[nodiscard]] std::string word_of(const std::string& path);
+
+// Returns the content of a regular file, or an empty string if there is none that can be read.
+[[nodiscard]] std::string content_of(const std::string& path);
+
+// Returns whether the content is a compiled zone that was not cut short.
+[[nodiscard]] bool is_sound_zone(const std::string& content);
+
+// Returns the names in a directory; none if it is missing.
+[[nodiscard]] std::vector<std::string> names_in(const std::string& directory);
+
+} // namespace quorrel::status
