@@ -22,7 +22,7 @@ int shell(const std::string& command)
     setenv("STATUS", QUORREL_PROGRAM "-status", 1);
     setenv("DISK", QUORREL_TOOLS "/disk", 1);
     setenv("COMMAND", ("IFS=; " + command).c_str(), 1); // the paths may contain blanks
-    const int status = std::system("exec timeout 10 sh -c \"$COMMAND\"");
+    const int status = std::system("exec timeout 30 sh -c \"$COMMAND\"");
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -15,7 +15,7 @@ struct row {
 std::string abbreviated(const std::string& text);
 
 // Runs a shell command in which $PROGRAM and $STATUS are the real executables and $DISK is
-// tools/disk. Returns its status: 124 if it takes longer than ten seconds, -1 if a signal ends it.
+// tools/disk. Returns its status: 124 if it takes longer than 30 seconds, -1 if a signal ends it.
 int shell(const std::string& command);
 
 // Runs the program, or another shell command, which has to end with status 0. As in an early boot,
@@ -23,7 +23,8 @@ int shell(const std::string& command);
 // argument has no effect. Returns the outcome:
 // what it printed, as `warnings_of` does, and then what it changed below /var/db, in the lines of
 // `tools/disk show`, where "gone" stands before what is no longer there. The outcome of a run that
-// prints and changes nothing is empty. "~/" stands for /var/db/timezone/.
+// prints and changes nothing is empty. "~/" stands for /var/db/timezone/. Normally the program has
+// an argument, which it ignores, and no standard input, which it does not need.
 std::string run(const std::string& command = "$PROGRAM ignored <&-");
 inline const std::string unchanged;
 
