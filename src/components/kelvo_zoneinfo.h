@@ -14,7 +14,7 @@ public:
     explicit kelvo_zoneinfo(const std::string& path = {});
 
     // Returns the tz release that the tree's +VERSION file names, for example "2024a", or an empty
-    // string if the file is missing, blank or unreadable.
+    // string if the file is missing, empty or unreadable.
     [[nodiscard]] std::string release() const { return release_; }
 
     // Returns true: all zoneinfo trees have one format.

@@ -2,8 +2,8 @@
 
 #include <string>
 
-// Which datasets the links in /var/db/timezone/ name. Only a link's own text is read, never what it
-// points at. Anything here may also throw std::bad_alloc.
+// Which datasets the links in /var/db/timezone/ point to. Only a link's own text is read, never
+// what is there. Anything here may also throw std::bad_alloc.
 namespace quorrel
 {
 

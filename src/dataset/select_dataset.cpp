@@ -14,8 +14,8 @@ namespace quorrel
 namespace
 {
 
-// Returns the path of the dataset in use. If the link names none, publishes the system partition
-// and returns its empty path.
+// Returns the path of the dataset in use. If the link points to none, publishes the system
+// partition and returns its empty path.
 std::string current_path_or_reset()
 {
     try {
