@@ -90,6 +90,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"its name is a version", "mkdir tz/rc; ln -sfn $PWD/tz/rc tz_latest", "~/tz_latest points to ~/tz/rc, which is not a version" + never + "\n"},
         {"it has ICU data", "mkdir tz/2024f; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has no ICU data file" + never + "\n"},
         {"it can be used when activated", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/Zone; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which lacks the zone Zone." + best + latest},
+        {"without a good update it is removed", "rm -r tz/* icutz; ln -sfn $S zoneinfo; ln -sfn /var tz_latest", "~/tz_latest points to /var, which is not in ~/tz" + lost + " No update is good.\n    rm -f ~/tz_latest\n"},
         {"permissions are opened where they are", "chmod 700 /var/db tz", closed + "/var/db ~/tz.\n    chmod a+x /var/db\n    chmod a+x ~/tz\n"},
         {"an update is opened as a whole", "chmod 600 $U/Zone tz/2024e/icutz/*", closed + "~/tz/2024e/icutz ~/tz/2024e/zoneinfo.\n    chmod -R a+rX ~/tz/2024e/icutz\n    chmod -R a+rX ~/tz/2024e/zoneinfo\n"},
         {"so is one that is to be activated", "ln -sfn $PWD/tz/2024c/* .; chmod 600 tz/2024e/icutz/*", closed + "~/tz/2024e/icutz.\n    chmod -R a+rX ~/tz/2024e/icutz\n"},
@@ -97,6 +98,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"a run can write", "chmod 555 .", "The owner or the permissions of /var/db/timezone keep quorrel from writing there.\n    chmod u+rwx /var/db/timezone\n"},
         {"a file system may be missing", "rm -r $PWD; ln -s /data /var/db/timezone", "/var/db/timezone leads to /data, which is missing." + mount},
         {"that of the updates, too", "rm -r tz", "~/tz is missing." + mount},
+        {"a file is no directory", "rm -r $PWD; : >/var/db/timezone", "/var/db/timezone is not a directory.\n"},
         {"the image has a tree", "rm -r $S", "The system partition's zoneinfo tree, /usr/share/zoneinfo.default, is missing. Correct the image.\n"},
         {"the tree has a release", "rm $S/+VERSION", "/usr/share/zoneinfo.default/+VERSION is missing, empty or not a file. Correct the image.\n"},
         {"the release is bare", "echo 2024a.1.0 >$S/+VERSION", "/usr/share/zoneinfo.default/+VERSION begins with 2024a.1.0, which is not a tz release. Correct the image.\n"},
@@ -106,9 +108,11 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"the usual tree is the published one", "rm $S/../zoneinfo; ln -s $S $S/../zoneinfo", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that ask for a zone by name do not follow updates, or show UTC. Correct the image.\n"},
         {"the image has the zone that it will be asked for", "rm tz_latest $S/Zone; echo 2025a >$S/+VERSION", "After the next run the system partition is in use, but it lacks the zone Zone. Correct the image.\n"},
         {"/etc/localtime leads through the published tree", "ln -sfn $S/Zone /etc/localtime", "/etc/localtime points to /usr/share/zoneinfo.default/Zone" + stays + etc},
-        {"a copy is confirmed by its content", "cp --remove-destination $U/Zone /etc/localtime", "/etc/localtime is a copy" + stays + "    [ -h /etc/localtime ] || cp -p /etc/localtime /etc/localtime.old-$(date +%s)\n" + etc},
+        {"not by its text alone", "ln -sfn /usr/share/zoneinfo/no/../Zone /etc/localtime", "/etc/localtime points to /usr/share/zoneinfo/no/../Zone" + stays + etc},
+        {"a copy is confirmed by its content", "cp --remove-destination $U/Zone /etc/localtime; chmod 600 /etc/localtime", "/etc/localtime is a copy" + stays + "    [ -h /etc/localtime ] || cp -p /etc/localtime /etc/localtime.old-$(date +%s)\n" + etc},
         {"a name without the content is none", "printf 'TZif\\0other' >/etc/x; mv /etc/x /etc/localtime; echo Else >/etc/timezone", "The local zone is unknown: /etc/localtime is not a link; ~/localtime points to Zone; /etc/timezone says Else." + right_zone},
         {"nor is a name that leads back", "cp --remove-destination $U/Zone /etc/localtime; ln -s /etc/localtime $U; rm localtime; echo localtime >/etc/timezone", "The local zone is unknown: /etc/localtime is not a link." + right_zone},
+        {"two names with the content are none", "cp --remove-destination $U/Zone /etc/localtime; echo America/Los_Angeles >/etc/timezone", "The local zone is unknown: /etc/localtime is not a link; ~/localtime points to Zone; /etc/timezone says America/Los_Angeles." + right_zone},
         {"some dataset has the zone", "ln -sfn /usr/share/zoneinfo/Zonne /etc/localtime", "/etc/localtime points to Zonne, but no dataset that can be used has that zone." + right_zone},
         {"a missing link means UTC, unless another zone is named", "rm /etc/localtime", "The local zone is unknown: /etc/localtime is missing; ~/localtime points to Zone." + right_zone},
         {"a reset zone is told by /etc/timezone", "ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; ln -sfn $PWD/localtime /etc/localtime; cp -r $S/America $U; echo Zone >/etc/timezone", "The local zone is unknown: /etc/localtime points to ~/localtime; ~/localtime points to America/Los_Angeles; /etc/timezone says Zone." + right_zone},
@@ -191,6 +195,10 @@ TEST(status, prints_a_row_for_each_thing)
     EXPECT_NE(table().find("tz_latest           2024b   schema 44l   refused: not newer than the "
                            "system partition\nafter the next run  system partition\n"),
               std::string::npos);
+    change("ln -sfn $PWD/tz/2024f tz_latest; echo 'Zone Zone 3 - XYZ' >/var/zone; zic -d $U "
+           "/var/zone");
+    EXPECT_EQ(shell("$STATUS | grep -q '^tz_latest  *2024f (not installed)$'"), 0);
+    EXPECT_EQ(shell("TZ=UTC0 $STATUS | grep -q '^local zone  *Zone, .* +0300 XYZ$'"), 0);
     change("rm -r $S /usr/share/icu tz tz_latest zoneinfo");
     EXPECT_EQ(table(), "system partition    no release   no ICU data\n"
                        "in use              none\n"
@@ -208,9 +216,12 @@ TEST(status, answers_or_says_why_not)
                           "be used.\n" +
                           icutz + "1\n")
         << "several problems are printed";
-    change("mv tz/2024e \"tz/it's\"; rm tz_latest; ln -sfn \"$PWD/tz/it's/zoneinfo\" .; ln -sfn "
-           "\"$PWD/tz/it's/icutz\" .; chmod 700 tz/it*");
-    EXPECT_NE(told().find("    chmod a+x '~/tz/it'\\''s'\n"), std::string::npos)
+    change("mv tz/2024e \"tz/it's\"; rm tz_latest; ln -sfn \"$PWD/tz/it's/zoneinfo\" .; chmod 700 "
+           "tz/it*");
+    EXPECT_NE(
+        told().find("    chmod a+x '~/tz/it'\\''s'\n~/icutz points to ~/tz/2024e/icutz, but "
+                    "update it's is to be used.\n    ln -sfn '~/tz/it'\\''s/icutz' ~/icutz\n"),
+        std::string::npos)
         << "names are quoted";
     change("mv tz/2024e 'tz/\33[2J'; rm tz_latest; ln -sfn $PWD/tz/*2J/* .; chmod 700 tz/*2J");
     EXPECT_EQ(told().find('\33'), std::string::npos) << "names are no escape sequences";
