@@ -18,9 +18,7 @@ std::string abbreviated(const std::string& text);
 // tools/disk. Returns its status: 124 if it takes longer than 30 seconds, -1 if a signal ends it.
 int shell(const std::string& command);
 
-// Runs the program, or another shell command, which has to end with status 0. As in an early boot,
-// the program has no standard input, so the first file that it opens gets descriptor 0. Its
-// argument has no effect. Returns the outcome:
+// Runs the program, or another shell command, which has to end with status 0. Returns the outcome:
 // what it printed, as `warnings_of` does, and then what it changed below /var/db, in the lines of
 // `tools/disk show`, where "gone" stands before what is no longer there. The outcome of a run that
 // prints and changes nothing is empty. "~/" stands for /var/db/timezone/. Normally the program has

@@ -9,7 +9,7 @@ namespace quorrel::paths
 inline constexpr char system_zoneinfo[] = "/usr/share/zoneinfo.default"; // its zoneinfo tree
 inline constexpr char system_icu[] = "/usr/share/icu";                   // its ICU data
 
-// What this program publishes.
+// What a run writes.
 inline constexpr char data_directory[] = "/var/db/timezone/";
 inline constexpr char zoneinfo_link[] = "/var/db/timezone/zoneinfo";   // to the tree in use
 inline constexpr char icu_link[] = "/var/db/timezone/icutz";           // to an update's ICU data
@@ -40,7 +40,7 @@ inline constexpr char legacy_icu_data[] = "/var/db/icu";         // deleted
 inline constexpr char legacy_icu_link[] = "/var/db/icutz";       // migrated and removed
 inline constexpr char legacy_zoneinfo[] = "/usr/share/zoneinfo"; // where localtime pointed
 
-// What quorrel-status looks at besides.
+// What only quorrel-status looks at.
 inline constexpr char etc_localtime[] = "/etc/localtime"; // where programs find the local zone
 inline constexpr char etc_timezone[] = "/etc/timezone";   // its name, on some systems
 inline constexpr char zone_source_file[] = "/tzdata.zi";  // in a tree: what zic built it from
