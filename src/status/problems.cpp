@@ -238,8 +238,10 @@ void check_etc_localtime(const state& now, findings& found)
 {
     const local_zone& zone = now.zone;
     const std::string stays = ", so it does not change with an update";
-    const std::string advice = " Link "s + zone.link.path + " to the right zone, for example " +
-                               paths::legacy_zoneinfo + "/Europe/Paris.";
+    const std::string advice =
+        " Link "s + (zone.asks_localtime ? paths::localtime_link : paths::etc_localtime) +
+        " to the right zone, for example " +
+        (zone.asks_localtime ? paths::zoneinfo_link : paths::legacy_zoneinfo) + "/Europe/Paris.";
     if (zone.link.is_mount_point && zone.is_sound)
         return found.remark(zone.link.path + " is a mount point" + stays + ".");
     if (zone.link.is_missing() && zone.name == "UTC")
