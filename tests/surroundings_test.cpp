@@ -41,13 +41,4 @@ TEST(surroundings, do_not_stop_a_run_if_broken)
               "Correcting localtime link to ~/zoneinfo/Zone\n~/needs_cleanup nothing\n" +
                   corrected)
         << "not even the system partition can be published";
-
-    fresh_disk("system", "2024c");
-    EXPECT_EQ(run("ASAN_OPTIONS=detect_leaks=0 strace -o /dev/null "
-                  "-P /usr/share/zoneinfo.default/+VERSION "
-                  "-P /var/db/timezone/TZVersionDiffRecord "
-                  "-e inject=read,write,writev:error=EINTR:when=1+2 $PROGRAM"),
-              "~/zoneinfo -> ~/tz/2024c/zoneinfo\n~/icutz -> ~/tz/2024c/icutz\n"
-              "~/TZVersionDiffRecord file 644 2024a.1.0_2024c\n")
-        << "reading and writing may be interrupted";
 }

@@ -1,7 +1,6 @@
 #include "fs/small_file.h"
 
 #include <cctype>
-#include <cerrno>
 #include <cstdio>
 #include <memory>
 
@@ -16,15 +15,6 @@ struct close_file {
 
 using open_file = std::unique_ptr<std::FILE, close_file>;
 
-// Returns the next byte, or EOF at the end or if reading fails. An interrupted read is continued.
-int next_byte(std::FILE* file)
-{
-    int byte;
-    while ((byte = std::getc(file)) == EOF && std::ferror(file) != 0 && errno == EINTR)
-        std::clearerr(file);
-    return byte;
-}
-
 } // namespace
 
 std::string first_word(const std::string& path)
@@ -33,7 +23,7 @@ std::string first_word(const std::string& path)
     if (file == nullptr)
         return {};
     std::string word;
-    for (int byte; (byte = next_byte(file.get())) != EOF;)
+    for (int byte; (byte = std::getc(file.get())) != EOF;)
         if (std::isspace(byte) == 0)
             word += static_cast<char>(byte);
         else if (!word.empty())
@@ -43,15 +33,8 @@ std::string first_word(const std::string& path)
 
 void write_file(const std::string& path, const std::string& content) noexcept
 {
-    const open_file file(std::fopen(path.c_str(), "w"));
-    if (file == nullptr)
-        return;
-    // Without a buffer, it is known how much an interrupted write has written.
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
-    std::size_t written = 0;
-    do
-        written += std::fwrite(&content[written], 1, content.size() - written, file.get());
-    while (written < content.size() && errno == EINTR);
+    if (const open_file file(std::fopen(path.c_str(), "w")); file != nullptr)
+        std::fwrite(content.data(), 1, content.size(), file.get());
 }
 
 } // namespace quorrel::fs
