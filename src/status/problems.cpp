@@ -217,41 +217,50 @@ void check_tz_latest(const state& now, findings& found)
 
 // The local zone.
 
-// Returns the zones that other places name, to be read after a sentence.
-std::string other_zones(const local_zone& zone)
+// Returns what other places say of the zone, to be read after a sentence.
+std::string other_zones(const state& now)
 {
     std::string others;
-    if (!zone.localtime_name.empty())
-        others += "; "s + paths::localtime_link + " points to " + zone.localtime_name;
-    if (!zone.timezone_name.empty())
-        others += "; "s + paths::etc_timezone + " says " + zone.timezone_name;
+    if (!now.zone.localtime_name.empty())
+        others += "; " + difference(now.localtime);
+    if (now.zone.localtime_name == paths::default_zone)
+        others += ", to which a run resets a lost link";
+    if (!now.zone.timezone_name.empty())
+        others += "; "s + paths::etc_timezone + " says " + now.zone.timezone_name;
     return others;
 }
 
-std::string zone_path(const state& now)
+// Returns the tree through which /etc/localtime follows updates.
+std::string published_tree(const state& now)
 {
-    return (now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link) + "/"s +
-           now.zone.name;
+    return now.publishes_usr_share ? paths::legacy_zoneinfo : paths::zoneinfo_link;
+}
+
+// Returns what somebody who knows the zone has to do, with the zone in /etc/timezone as an example.
+std::string advice(const state& now)
+{
+    const bool asks_localtime = now.zone.asks_localtime;
+    const std::string& named = now.zone.timezone_name;
+    return " Link "s + (asks_localtime ? paths::localtime_link : paths::etc_localtime) +
+           " to the right zone, for example " +
+           (asks_localtime ? paths::zoneinfo_link : published_tree(now)) + "/" +
+           (!named.empty() && fault_in(now.right, named).empty() ? named : "Europe/Paris") + ".";
 }
 
 void check_etc_localtime(const state& now, findings& found)
 {
     const local_zone& zone = now.zone;
     const std::string stays = ", so it does not change with an update";
-    const std::string advice =
-        " Link "s + (zone.asks_localtime ? paths::localtime_link : paths::etc_localtime) +
-        " to the right zone, for example " +
-        (zone.asks_localtime ? paths::zoneinfo_link : paths::legacy_zoneinfo) + "/Europe/Paris.";
     if (zone.link.is_mount_point && zone.is_sound)
         return found.remark(zone.link.path + " is a mount point" + stays + ".");
     if (zone.link.is_missing() && zone.name == "UTC")
         return found.remark(zone.link.path + " is missing, so the local time is UTC.");
     if (zone.name.empty())
         return found.problem("The local zone is unknown: " + difference(zone.link) +
-                             other_zones(zone) + "." + advice);
+                             other_zones(now) + "." + advice(now));
     if (now.right_zone.empty())
         return found.problem(zone.link.path + " points to " + zone.name +
-                             ", but no dataset that can be used has that zone." + advice);
+                             ", but no dataset that can be used has that zone." + advice(now));
     // The link may lead somewhere else than its text says, for example with "..".
     const bool is_unsound = !zone.is_sound && zone.way.closed.empty() && now.in_use &&
                             now.in_use->path == now.right.path;
@@ -264,7 +273,7 @@ void check_etc_localtime(const state& now, findings& found)
     if (is_read_only("/etc"))
         return found.problem(
             sentence + " /etc is on a read-only file system. Correct the link where that is made.");
-    found.problem(sentence, make_link(zone.link, zone_path(now)));
+    found.problem(sentence, make_link(zone.link, published_tree(now) + "/" + zone.name));
 }
 
 void check_localtime(const state& now, findings& found)
