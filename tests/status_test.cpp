@@ -118,7 +118,8 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"a reset zone is told by /etc/timezone", "ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; ln -sfn $PWD/localtime /etc/localtime; cp -r $S/America $U; echo Zone >/etc/timezone", "The local zone is unknown: /etc/localtime points to ~/localtime; ~/localtime points to ~/zoneinfo/America/Los_Angeles, to which a run resets a lost link; /etc/timezone says Zone. Link ~/localtime to the right zone, for example ~/zoneinfo/Zone.\n"},
         {"a localtime link that is read survives a run", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn zoneinfo/Zone localtime", "~/localtime points to zoneinfo/Zone, so the next run resets it to America/Los_Angeles.\n" + zone},
         {"a link into the legacy place is corrected by a run", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn /usr/share/zoneinfo/Zone localtime; rm icutz", "~/icutz is missing, but update 2024e is to be used.\n" + icutz},
-        {"a run has run", "mkdir -p /run/systemd/system", "quorrel has not run since the boot, or its run failed. \"systemctl status quorrel.service\" says why. Remove the cause, and start the unit.\n"},
+        {"the next boot has a run", "mkdir -p /run/systemd/system /run/quorrel /etc/systemd/system; ln -s /dev/null /etc/systemd/system/quorrel.service", "quorrel.service is masked, so quorrel does not run at boot. If that is not meant, run \"systemctl unmask quorrel.service\" and start the unit.\n"},
+        {"a run has run", "mkdir -p /run/systemd/system", "quorrel.service has not run since the boot, or failed. \"systemctl status quorrel.service\" says why. Remove the cause, and start the unit.\n"},
         // clang-format on
     };
     for (const auto& [rule, command, outcome] : rows) {

@@ -35,8 +35,13 @@ bool is_read_only(const std::string& path)
 
 void check_run(findings& found)
 {
-    if (S_ISDIR(mode_of(paths::systemd)) && mode_of(paths::trace_of_run) == 0)
-        found.problem("quorrel has not run since the boot, or its run failed. \"systemctl status "
+    if (mode_of(paths::systemd) == 0)
+        return;
+    if (look_at(paths::unit_mask).target == "/dev/null")
+        found.problem("quorrel.service is masked, so quorrel does not run at boot. If that is not "
+                      "meant, run \"systemctl unmask quorrel.service\" and start the unit.");
+    else if (mode_of(paths::trace_of_run) == 0)
+        found.problem("quorrel.service has not run since the boot, or failed. \"systemctl status "
                       "quorrel.service\" says why. Remove the cause, and start the unit.");
 }
 
