@@ -102,7 +102,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"the image has a tree", "rm -r $S", "The system partition's zoneinfo tree, /usr/share/zoneinfo.default, is missing. Correct the image.\n"},
         {"the tree has a release", "rm $S/+VERSION", "/usr/share/zoneinfo.default/+VERSION is missing, empty or not a file. Correct the image.\n"},
         {"the release is bare", "echo 2024a.1.0 >$S/+VERSION", "/usr/share/zoneinfo.default/+VERSION begins with 2024a.1.0, which is not a tz release. Correct the image.\n"},
-        {"the release is the tree's", "echo '# version 2024c' >$S/tzdata.zi", "/usr/share/zoneinfo.default/+VERSION says 2024a, but its tree is 2024c. Correct the image.\n"},
+        {"the release is the tree's", "echo '# version 2024c' >$S/tzdata.zi", "/usr/share/zoneinfo.default/+VERSION says 2024a, but its tree is 2024c, so a run may choose older data. It has to say 2024c. Correct the image.\n"},
         {"a schema is known", "rm /usr/share/icu/*", "/usr/share/icu/icutzformat.txt is missing, empty or not a file. Correct the image.\n"},
         {"it is a schema", "echo 44I >/usr/share/icu/icutzformat.txt", "/usr/share/icu/icutzformat.txt begins with 44I, which is not an ICU schema. Correct the image.\n"},
         {"the usual tree is the published one", "rm $S/../zoneinfo; ln -s $S $S/../zoneinfo", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that ask for a zone by name do not follow updates, or show UTC. Correct the image.\n"},

@@ -60,7 +60,8 @@ std::vector<std::string> find_system_faults(const dataset& system)
     else if (!is_release(release))
         faults.push_back(release_file + " begins with " + release + ", which is not a tz release.");
     else if (!built.empty() && built != release)
-        faults.push_back(release_file + " says " + release + ", but its tree is " + built + ".");
+        faults.push_back(release_file + " says " + release + ", but its tree is " + built +
+                         ", so a run may choose older data. It has to say " + built + ".");
     if (system.schema.empty())
         faults.push_back(schema_file + " is missing, empty or not a file.");
     else if (!is_schema(system.schema))
