@@ -39,6 +39,7 @@ const std::string etc = "    ln -sfn /usr/share/zoneinfo/Zone /etc/localtime\n";
 const std::string zone = "    ln -sfn ~/zoneinfo/Zone ~/localtime\n";
 const std::string lost = ", so every run ends on the system partition.";
 const std::string never = ", so a run never uses it.";
+const std::string agent = " If the update agent wrote it, correct the agent too.";
 const std::string back = ", so the next run goes back to the system partition.\n";
 const std::string stays = ", so it does not change with an update.\n";
 const std::string right_zone =
@@ -83,8 +84,8 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"icutz belongs to what is in use", "ln -sfn $PWD/tz/2024b/icutz icutz", "~/icutz points to ~/tz/2024b/icutz, but update 2024e is to be used.\n" + icutz},
         {"the latest is a link", "rm tz_latest; mkdir tz_latest", "~/tz_latest is not a link" + lost + best + "    [ -h ~/tz_latest ] || mv ~/tz_latest ~/tz_latest.old-$(date +%s)\n" + latest},
         {"the latest is below tz/", "ln -sfn /var tz_latest", "~/tz_latest points to /var, which is not in ~/tz" + lost + best + latest},
-        {"its target is absolute", "ln -sfn tz/2024e tz_latest", "~/tz_latest points to tz/2024e, which is not exactly an update's path" + lost + best + latest},
-        {"its target ends with the name", "ln -sfn $PWD/tz/2024e/ tz_latest", "~/tz_latest points to ~/tz/2024e/, which is not exactly an update's path" + never + best + latest},
+        {"its target is absolute", "ln -sfn tz/2024e tz_latest", "~/tz_latest points to tz/2024e, which is not exactly an update's path" + lost + agent + best + latest},
+        {"its target ends with the name", "ln -sfn $PWD/tz/2024e/ tz_latest", "~/tz_latest points to ~/tz/2024e/, which is not exactly an update's path" + never + agent + best + latest},
         {"its numbers are not too big", "ln -sfn $PWD/tz/2147483648a tz_latest", "~/tz_latest points to ~/tz/2147483648a, which has a number above 2147483647" + lost + best + latest},
         {"it does not stall", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/+*; mkfifo tz/2024f/zoneinfo/+VERSION; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has a pipe, a device or a huge file at zoneinfo/+VERSION, which stalls a run." + best + latest},
         {"its name is a version", "mkdir tz/rc; ln -sfn $PWD/tz/rc tz_latest", "~/tz_latest points to ~/tz/rc, which is not a version" + never + "\n"},

@@ -192,13 +192,15 @@ verdict judge_latest(const state& now)
     const auto useless = [](const std::string& why) { return verdict{"", why, false}; };
     const std::string lost = ", so every run ends on the system partition";
     const std::string inexact = "is not exactly an update's path";
+    const std::string agent = ". If the update agent wrote it, correct the agent too";
 
     if (now.tz_latest.is_missing())
         return {};
     if (!now.tz_latest.is_link())
         return harmful("is not a link" + lost);
     if (!now.latest)
-        return harmful((is_inexact(now) ? inexact : "is not in "s + paths::updates) + lost);
+        return harmful(is_inexact(now) ? inexact + lost + agent
+                                       : "is not in "s + paths::updates + lost);
     const dataset& latest = *now.latest;
     const bool is_in_use = now.in_use && now.in_use->path == latest.path;
     if (latest.has_too_big_number)
@@ -207,7 +209,7 @@ verdict judge_latest(const state& now)
         return harmful(
             "has a pipe, a device or a huge file at zoneinfo/+VERSION, which stalls a run");
     if (is_inexact(now) || latest.name.find('/') != latest.name.npos)
-        return harmful(inexact + ", so a run never uses it");
+        return harmful(inexact + ", so a run never uses it" + agent);
     if (!latest.is_installed)
         return refused("not installed");
     if (latest.version == tz_version())
