@@ -197,6 +197,10 @@ TEST(status, prints_a_row_for_each_thing)
     EXPECT_NE(table().find("tz_latest           2024b   schema 44l   refused: not newer than the "
                            "system partition\nafter the next run  system partition\n"),
               std::string::npos);
+    change("ln -sfn $PWD/tz/2024a.1.0/* .; ln -sfn $PWD/tz/2024a.1.0 tz_latest");
+    EXPECT_NE(
+        table().find("tz_latest           2024a.1.0   schema 44l\nafter the next run  2024a.1.0\n"),
+        std::string::npos);
     change("ln -sfn $PWD/tz/2024f tz_latest; echo 'Zone Zone 3 - XYZ' >/var/zone; zic -d $U "
            "/var/zone");
     EXPECT_EQ(shell("$STATUS | grep -q '^tz_latest  *2024f (not installed)$'"), 0);

@@ -214,7 +214,8 @@ verdict judge_latest(const state& now)
         return refused("not installed");
     if (latest.version == tz_version())
         return useless("is not a version, so a run never uses it");
-    if (!(latest.version > now.system.version))
+    if (latest.version < now.system.version ||
+        (latest.version == now.system.version && latest.path != now.right.path))
         return refused("not newer than the system partition");
     if (!is_in_use && latest.path != now.right.path && !(latest.version > now.right.version))
         return refused("not newer than what is in use");
