@@ -182,7 +182,7 @@ TEST(status, prints_a_row_for_each_thing)
                        "tz_latest           2024e   schema 44l   to be activated\n"
                        "after the next run  2024e\n"
                        "local zone          Zone\n"
-                       "unused              new?line 2023z 2024a 2024a.1.0 2024d\n");
+                       "unused              new?line (faulty) 2023z 2024a 2024a.1.0 2024d\n");
     change("rm zoneinfo");
     EXPECT_NE(
         table().find(

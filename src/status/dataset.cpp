@@ -102,6 +102,15 @@ std::string fault_in(const dataset& data, const std::string& zone)
     return is_sound_zone(content_of(file)) ? "" : "has a damaged file for the zone " + zone;
 }
 
+bool is_good(const dataset& data, const std::string& zone)
+{
+    try {
+        return fault_in(data, zone).empty();
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
 bool is_open_to_all(const std::string& directory)
 {
     using iterator = std::filesystem::recursive_directory_iterator;

@@ -31,6 +31,9 @@ struct dataset {
 // empty string. An empty zone is in every tree.
 [[nodiscard]] std::string fault_in(const dataset& data, const std::string& zone);
 
+// Returns whether there is no such fault. What this user cannot read is not good for him.
+[[nodiscard]] bool is_good(const dataset& data, const std::string& zone);
+
 // Returns whether everybody can read all that is in a directory. The targets of links are not
 // looked at.
 [[nodiscard]] bool is_open_to_all(const std::string& directory);

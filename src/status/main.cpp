@@ -87,7 +87,8 @@ std::string unused_row(const state& now)
         if ((!now.in_use || now.in_use->path != update.path) &&
             (!now.latest || now.latest->path != update.path) &&
             now.icutz.target != update.icu_directory)
-            names += (names.empty() ? "" : " ") + update.name;
+            names += (names.empty() ? "" : " ") + update.name +
+                     (is_good(update, now.right_zone) ? "" : " (faulty)");
     return names;
 }
 

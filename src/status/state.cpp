@@ -148,13 +148,8 @@ std::optional<dataset> find_best(const state& now, const std::string& zone)
 {
     for (auto update = now.updates.rbegin(); update != now.updates.rend(); ++update)
         if (update->version > now.system.version && !update->stalls &&
-            update->schema == now.system.schema)
-            try {
-                if (fault_in(*update, zone).empty())
-                    return *update;
-            } catch (const std::system_error&) {
-                // What this user cannot read is not good for him.
-            }
+            update->schema == now.system.schema && is_good(*update, zone))
+            return *update;
     return {};
 }
 
