@@ -44,8 +44,8 @@ const std::string back = ", so the next run goes back to the system partition.\n
 const std::string stays = ", so it does not change with an update.\n";
 const std::string right_zone =
     " Link /etc/localtime to the right zone, for example /usr/share/zoneinfo/Europe/Paris.\n";
-const std::string closed =
-    "These are closed to other users, or something in them is, so their programs may show UTC: ";
+const std::string closed = "Not every user can read all of this, so programs may show UTC, and a "
+                           "run may leave an update unused: ";
 const std::string renamed =
     " Zones are sometimes renamed, and then the next update lacks it too.\n";
 const std::string mount =

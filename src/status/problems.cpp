@@ -112,8 +112,8 @@ void check_permissions(const state& now, findings& found)
         if (is_within(path, paths::var_db))
             commands.push_back(command + quoted(path));
     }
-    const std::string these = "These are closed to other users, or something in them is, so their "
-                              "programs may show UTC:";
+    const std::string these = "Not every user can read all of this, so programs may show UTC, and "
+                              "a run may leave an update unused:";
     if (!ours.empty())
         found.problem(these + ours + ".", commands);
     if (!others.empty())
