@@ -24,9 +24,9 @@ namespace
 constexpr char help[] =
     "quorrel-status prints which time-zone data is in use and after the next run, and the local\n"
     "zone; then each problem in a sentence, and below it, indented, the commands that cure it.\n"
-    "It changes nothing. It ends with status 0 if it finds no problem, with 1 if it finds one,\n"
-    "and with 2 if it cannot look at something or write its output.\n"
-    "Its manual page is quorrel-status(8).\n";
+    "Paste them into a root shell, run quorrel, and ask again. quorrel-status changes nothing.\n"
+    "Its status is 0 if it finds no problem, 1 if it finds one, and 2 if it cannot look at\n"
+    "something or write its output. Its manual page is quorrel-status(8).\n";
 
 // Replaces control characters, so that a file name cannot fake a line of output.
 std::string shown(std::string text)
