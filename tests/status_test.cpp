@@ -49,7 +49,7 @@ const std::string closed = "Not every user can read all of this, so programs may
 const std::string renamed =
     " Zones are sometimes renamed, and then the next update lacks it too.\n";
 const std::string mount =
-    " If it is a file system of its own, mount it. Otherwise make it, and run "
+    " If it is a file system of its own, mount it. Otherwise create it, and run "
     "quorrel.\n";
 
 std::string newer(const std::string& update)
@@ -71,7 +71,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"a directory in its place is kept", "rm zoneinfo; mkdir zoneinfo", "~/zoneinfo is not a link." + best + "    [ -h ~/zoneinfo ] || mv ~/zoneinfo ~/zoneinfo.old-$(date +%s)\n" + zoneinfo},
         {"only a dataset's tree counts", "ln -sfn $PWD/tz/2024e zoneinfo", "~/zoneinfo points to ~/tz/2024e, which is no dataset's tree." + best + zoneinfo},
         {"an update may be gone", "rm -r tz/2024e", "~/zoneinfo points to update 2024e, which is not installed. The newest good update is 2024c.\n    ln -sfn ~/tz/2024c/zoneinfo ~/zoneinfo\n~/icutz points to ~/tz/2024e/icutz, but update 2024c is to be used.\n    ln -sfn ~/tz/2024c/icutz ~/icutz\n"},
-        {"without a good update the system partition is used", "rm -r tz/202[34]?", "~/zoneinfo points to update 2024e, which is not installed. Without a good update, the system partition is used.\n    ln -sfn /usr/share/zoneinfo.default ~/zoneinfo\n~/icutz exists, but the system partition needs no ICU link.\n    rm -f ~/icutz\n"},
+        {"without a good update the system partition is used", "rm -r tz/202[34]?", "~/zoneinfo points to update 2024e, which is not installed. Without a good update, the system partition is used.\n    ln -sfn /usr/share/zoneinfo.default ~/zoneinfo\n~/icutz exists, but the system partition is to be used and needs no ICU link.\n    rm -f ~/icutz\n"},
         {"an update has a tree", "rm -r tz/2024c/zoneinfo; ln -sfn $PWD/tz/2024c/zoneinfo zoneinfo; ln -sfn $PWD/tz/2024c/icutz icutz", "~/zoneinfo points to update 2024c, which has no zoneinfo tree." + best + zoneinfo + "~/icutz points to ~/tz/2024c/icutz, but update 2024e is to be used.\n" + icutz},
         {"the tree has the zone", "rm tz/2024c/zoneinfo/Zone; ln -sfn $PWD/tz/2024c/zoneinfo zoneinfo", "~/zoneinfo points to update 2024c, which lacks the zone Zone. The newest good update is 2024e." + renamed + zoneinfo},
         {"the zone is compiled", "echo HTML >tz/2024c/zoneinfo/Zone; ln -sfn $PWD/tz/2024c/zoneinfo zoneinfo", "~/zoneinfo points to update 2024c, which has a damaged file for the zone Zone." + best + zoneinfo},
@@ -86,16 +86,16 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"the latest is below tz/", "ln -sfn /var tz_latest", "~/tz_latest points to /var, which is not in ~/tz" + lost + best + latest},
         {"its target is absolute", "ln -sfn tz/2024e tz_latest", "~/tz_latest points to tz/2024e, which is not exactly an update's path" + lost + agent + best + latest},
         {"its target ends with the name", "ln -sfn $PWD/tz/2024e/ tz_latest", "~/tz_latest points to ~/tz/2024e/, which is not exactly an update's path" + never + agent + best + latest},
-        {"its numbers are not too big", "ln -sfn $PWD/tz/2147483648a tz_latest", "~/tz_latest points to ~/tz/2147483648a, which has a number above 2147483647" + lost + best + latest},
+        {"its numbers are not too big", "ln -sfn $PWD/tz/2147483648a tz_latest", "~/tz_latest points to ~/tz/2147483648a, which has a number above 2147483647 in its name" + lost + best + latest},
         {"it does not stall", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/+*; mkfifo tz/2024f/zoneinfo/+VERSION; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has a pipe, a device or a huge file at zoneinfo/+VERSION, which stalls a run." + best + latest},
-        {"its name is a version", "mkdir tz/rc; ln -sfn $PWD/tz/rc tz_latest", "~/tz_latest points to ~/tz/rc, which is not a version" + never + "\n"},
+        {"its name is a version", "mkdir tz/rc; ln -sfn $PWD/tz/rc tz_latest", "~/tz_latest points to ~/tz/rc, which has a name that is not a version" + never + "\n"},
         {"it has ICU data", "mkdir tz/2024f; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has no ICU data file" + never + "\n"},
         {"it can be used when activated", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/Zone; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which lacks the zone Zone." + best + latest},
         {"without a good update it is removed", "rm -r tz/* icutz; ln -sfn $S zoneinfo; ln -sfn /var tz_latest", "~/tz_latest points to /var, which is not in ~/tz" + lost + " No update is good.\n    rm -f ~/tz_latest\n"},
         {"permissions are opened where they are", "chmod 700 /var/db tz", closed + "/var/db ~/tz.\n    chmod a+x /var/db\n    chmod a+x ~/tz\n"},
         {"an update is opened as a whole", "chmod 600 $U/Zone tz/2024e/icutz/*", closed + "~/tz/2024e/icutz ~/tz/2024e/zoneinfo.\n    chmod -R a+rX ~/tz/2024e/icutz\n    chmod -R a+rX ~/tz/2024e/zoneinfo\n"},
         {"so is one that is to be activated", "ln -sfn $PWD/tz/2024c/* .; chmod 600 tz/2024e/icutz/*", closed + "~/tz/2024e/icutz.\n    chmod -R a+rX ~/tz/2024e/icutz\n"},
-        {"the image is opened by its maker", "chmod 600 $S/Zone", closed + "/usr/share/zoneinfo.default. What belongs to the image has to be opened there.\n"},
+        {"the image is opened by its maker", "chmod 600 $S/Zone", closed + "/usr/share/zoneinfo.default. Correct the permissions; for what belongs to the image, do that in the image.\n"},
         {"a run can write", "chmod 555 .", "The owner or the permissions of /var/db/timezone keep quorrel from writing there.\n    chmod u+rwx /var/db/timezone\n"},
         {"a file system may be missing", "rm -r $PWD; ln -s /data /var/db/timezone", "/var/db/timezone leads to /data, which is missing." + mount},
         {"that of the updates, too", "rm -r tz", "~/tz is missing." + mount},
@@ -103,11 +103,11 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"the image has a tree", "rm -r $S", "The system partition's zoneinfo tree, /usr/share/zoneinfo.default, is missing. Correct the image.\n"},
         {"the tree has a release", "rm $S/+VERSION", "/usr/share/zoneinfo.default/+VERSION is missing, empty or not a file. Correct the image.\n"},
         {"the release is bare", "echo 2024a.1.0 >$S/+VERSION", "/usr/share/zoneinfo.default/+VERSION begins with 2024a.1.0, which is not a tz release. Correct the image.\n"},
-        {"the release is the tree's", "echo '# version 2024c' >$S/tzdata.zi", "/usr/share/zoneinfo.default/+VERSION says 2024a, but its tree is 2024c, so a run may choose older data. It has to say 2024c. Correct the image.\n"},
+        {"the release is the tree's", "echo '# version 2024c' >$S/tzdata.zi", "/usr/share/zoneinfo.default/+VERSION says 2024a, but its tree is 2024c, so a run may choose older data. The file has to say 2024c. Correct the image.\n"},
         {"a schema is known", "rm /usr/share/icu/*", "/usr/share/icu/icutzformat.txt is missing, empty or not a file. Correct the image.\n"},
         {"it is a schema", "echo 44I >/usr/share/icu/icutzformat.txt", "/usr/share/icu/icutzformat.txt begins with 44I, which is not an ICU schema. Correct the image.\n"},
         {"the usual tree is the published one", "rm $S/../zoneinfo; ln -s $S $S/../zoneinfo", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that ask for a zone by name do not follow updates, or show UTC. Correct the image.\n"},
-        {"the image has the zone that it will be asked for", "rm tz_latest $S/Zone; echo 2025a >$S/+VERSION", "After the next run the system partition is in use, but it lacks the zone Zone. Correct the image.\n"},
+        {"the image has the zone that it will be asked for", "rm tz_latest $S/Zone; echo 2025a >$S/+VERSION", "After the next run the system partition will be in use, but it lacks the zone Zone. Correct the image.\n"},
         {"/etc/localtime leads through the published tree", "ln -sfn $S/Zone /etc/localtime", "/etc/localtime points to /usr/share/zoneinfo.default/Zone" + stays + etc},
         {"not by its text alone", "ln -sfn /usr/share/zoneinfo/no/../Zone /etc/localtime", "/etc/localtime points to /usr/share/zoneinfo/no/../Zone" + stays + etc},
         {"a copy is confirmed by its content", "cp --remove-destination $U/Zone /etc/localtime; chmod 600 /etc/localtime", "/etc/localtime is a copy" + stays + "    [ -h /etc/localtime ] || cp -p /etc/localtime /etc/localtime.old-$(date +%s)\n" + etc},
@@ -116,11 +116,12 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"two names with the content are none", "cp --remove-destination $U/Zone /etc/localtime; echo America/Los_Angeles >/etc/timezone", "The local zone is unknown: /etc/localtime is not a link; ~/localtime points to ~/zoneinfo/Zone; /etc/timezone says America/Los_Angeles." + right_zone},
         {"some dataset has the zone", "ln -sfn /usr/share/zoneinfo/Zonne /etc/localtime", "/etc/localtime points to Zonne, but no dataset that can be used has that zone." + right_zone},
         {"a missing link means UTC, unless another zone is named", "rm /etc/localtime", "The local zone is unknown: /etc/localtime is missing; ~/localtime points to ~/zoneinfo/Zone." + right_zone},
-        {"a reset zone is told by /etc/timezone", "ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; ln -sfn $PWD/localtime /etc/localtime; cp -r $S/America $U; echo Zone >/etc/timezone", "The local zone is unknown: /etc/localtime points to ~/localtime; ~/localtime points to ~/zoneinfo/America/Los_Angeles, to which a run resets a lost link; /etc/timezone says Zone. Link ~/localtime to the right zone, for example ~/zoneinfo/Zone.\n"},
+        {"a reset zone is told by /etc/timezone", "ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; ln -sfn $PWD/localtime /etc/localtime; cp -r $S/America $U; echo Zone >/etc/timezone", "The local zone is unknown: /etc/localtime points to ~/localtime; ~/localtime points to ~/zoneinfo/America/Los_Angeles, to which a run resets a missing link; /etc/timezone says Zone. Link ~/localtime to the right zone, for example ~/zoneinfo/Zone.\n"},
+        {"a localtime link that is read exists", "ln -sfn $PWD/localtime /etc/localtime; rm localtime", "The local zone is unknown: /etc/localtime points to ~/localtime; ~/localtime is missing. Link ~/localtime to the right zone, for example ~/zoneinfo/Europe/Paris.\n"},
         {"a localtime link that is read survives a run", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn zoneinfo/Zone localtime", "~/localtime points to zoneinfo/Zone, so the next run resets it to America/Los_Angeles.\n" + zone},
         {"a link into the legacy place is corrected by a run", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn /usr/share/zoneinfo/Zone localtime; rm icutz", "~/icutz is missing, but update 2024e is to be used.\n" + icutz},
-        {"the next boot has a run", "mkdir -p /run/systemd/system /run/quorrel /etc/systemd/system; ln -s /dev/null /etc/systemd/system/quorrel.service", "quorrel.service is masked, so quorrel does not run at boot. If that is not meant, run \"systemctl unmask quorrel.service\" and start the unit.\n"},
-        {"a run has run", "mkdir -p /run/systemd/system", "quorrel.service has not run since the boot, or failed. \"systemctl status quorrel.service\" says why. Remove the cause, and start the unit.\n"},
+        {"the next boot has a run", "mkdir -p /run/systemd/system /run/quorrel /etc/systemd/system; ln -s /dev/null /etc/systemd/system/quorrel.service", "quorrel.service is masked, so quorrel does not run at boot. If that is not intended, run \"systemctl unmask quorrel.service\" and \"systemctl start quorrel.service\".\n"},
+        {"a run has run", "mkdir -p /run/systemd/system", "quorrel.service has not run since the boot, or it failed. \"systemctl status quorrel.service\" says why. Remove the cause, and run \"systemctl restart quorrel.service\".\n"},
         // clang-format on
     };
     for (const auto& [rule, command, outcome] : rows) {
@@ -136,12 +137,11 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
 
 TEST(status, finds_no_problem_where_all_is_well)
 {
-    const std::string reset =
-        "Remark: ~/localtime points to America/Los_Angeles. That may not be the "
-        "right zone, because a run resets a lost link to it.\n";
+    const std::string reset = "Remark: ~/localtime points to America/Los_Angeles. That may be the "
+                              "wrong zone, because a run resets a missing link to it.\n";
     const std::string unread =
-        "Remark: ~/localtime is missing, but the local zone is Zone. To set it, "
-        "paste this:\nln -sfn ~/zoneinfo/Zone ~/localtime\n";
+        "Remark: ~/localtime is missing, but the local zone is Zone. To link it "
+        "to that zone, paste this:\nln -sfn ~/zoneinfo/Zone ~/localtime\n";
     const row rows[] = {
         // clang-format off
         {"the latest is in use", "", ""},
@@ -206,7 +206,7 @@ TEST(status, prints_a_row_for_each_thing)
     EXPECT_EQ(shell("$STATUS | grep -q '^tz_latest  *2024f (not installed)$'"), 0);
     EXPECT_EQ(shell("TZ=UTC0 $STATUS | grep -q '^local zone  *Zone, .* +0300 XYZ$'"), 0);
     change("rm -r $S /usr/share/icu tz tz_latest zoneinfo");
-    EXPECT_EQ(table(), "system partition    no release   no ICU data\n"
+    EXPECT_EQ(table(), "system partition    no release   no schema\n"
                        "in use              none\n"
                        "tz_latest           none\n"
                        "after the next run  system partition\n"

@@ -22,8 +22,8 @@ namespace
 {
 
 constexpr char help[] =
-    "quorrel-status prints which time-zone data is in use and after the next run, and the local\n"
-    "zone; then each problem in a sentence, and below it, indented, the commands that cure it.\n"
+    "quorrel-status prints which time-zone data is in use now and will be after the next run,\n"
+    "and the local zone. It then prints each problem, with the commands that cure it indented.\n"
     "Paste them into a root shell, run quorrel, and ask again. quorrel-status changes nothing.\n"
     "Its status is 0 if it finds no problem, 1 if it finds one, and 2 if it cannot look at\n"
     "something or write its output. Its manual page is quorrel-status(8).\n";
@@ -45,7 +45,10 @@ std::string with_schema(const std::string& name, const dataset& data)
 {
     if (!data.is_installed)
         return name + " (not installed)";
-    return name + "   " + (data.schema.empty() ? "no ICU data" : "schema " + data.schema);
+    return name + "   " +
+           (!data.schema.empty() ? "schema " + data.schema
+            : data.is_system()   ? "no schema"
+                                 : "no ICU data");
 }
 
 std::string short_name(const dataset& data)

@@ -39,10 +39,13 @@ void check_run(findings& found)
         return;
     if (look_at(paths::unit_mask).target == "/dev/null")
         found.problem("quorrel.service is masked, so quorrel does not run at boot. If that is not "
-                      "meant, run \"systemctl unmask quorrel.service\" and start the unit.");
+                      "intended, run \"systemctl unmask quorrel.service\" and \"systemctl start "
+                      "quorrel.service\".");
     else if (mode_of(paths::trace_of_run) == 0)
-        found.problem("quorrel.service has not run since the boot, or failed. \"systemctl status "
-                      "quorrel.service\" says why. Remove the cause, and start the unit.");
+        found.problem(
+            "quorrel.service has not run since the boot, or it failed. \"systemctl status "
+            "quorrel.service\" says why. Remove the cause, and run \"systemctl restart "
+            "quorrel.service\".");
 }
 
 // Returns whether the places in the data directory can be judged, and cured.
@@ -58,7 +61,7 @@ bool check_directories(const state& now, findings& found)
             is_link ? path + " leads to " + way.stations.back() + ", which" : path;
         found.problem(what + (way.mode != 0 ? " is not a directory."
                                             : " is missing. If it is a file system of its own, "
-                                              "mount it. Otherwise make it, and run quorrel."));
+                                              "mount it. Otherwise create it, and run quorrel."));
         return false;
     }
     if (is_read_only(paths::data))
@@ -117,7 +120,9 @@ void check_permissions(const state& now, findings& found)
     if (!ours.empty())
         found.problem(these + ours + ".", commands);
     if (!others.empty())
-        found.problem(these + others + ". What belongs to the image has to be opened there.");
+        found.problem(
+            these + others +
+            ". Correct the permissions; for what belongs to the image, do that in the image.");
 }
 
 void check_stalls(const state& now, findings& found)
@@ -144,7 +149,7 @@ void check_image(const state& now, findings& found)
             ", so programs that ask for a zone by name do not follow updates, or show UTC.");
     if (const std::string fault = fault_in(now.system, now.right_zone);
         now.after_next_run == "" && now.system.has_tree && !fault.empty())
-        add("After the next run the system partition is in use, but it " + fault + ".");
+        add("After the next run the system partition will be in use, but it " + fault + ".");
 }
 
 // What is published.
@@ -188,7 +193,8 @@ void check_icutz(const state& now, findings& found)
 {
     const std::string& directory = now.right.icu_directory;
     if (now.right.is_system() && !now.icutz.is_missing())
-        found.problem(now.icutz.path + " exists, but the system partition needs no ICU link.",
+        found.problem(now.icutz.path +
+                          " exists, but the system partition is to be used and needs no ICU link.",
                       clear(now.icutz));
     const bool is_right = now.icutz.is_link() && (destination(now.icutz.path) == directory ||
                                                   is_same_directory(now.icutz.path, directory));
@@ -226,10 +232,10 @@ void check_tz_latest(const state& now, findings& found)
 std::string other_zones(const state& now)
 {
     std::string others;
-    if (!now.zone.localtime_name.empty())
+    if (now.zone.asks_localtime || !now.zone.localtime_name.empty())
         others += "; " + difference(now.localtime);
     if (now.zone.localtime_name == paths::default_zone)
-        others += ", to which a run resets a lost link";
+        others += ", to which a run resets a missing link";
     if (!now.zone.timezone_name.empty())
         others += "; "s + paths::etc_timezone + " says " + now.zone.timezone_name;
     return others;
@@ -276,8 +282,8 @@ void check_etc_localtime(const state& now, findings& found)
         (S_ISREG(zone.link.mode) ? zone.link.path + " is a copy" : difference(zone.link)) + stays +
         ".";
     if (is_read_only("/etc"))
-        return found.problem(
-            sentence + " /etc is on a read-only file system. Correct the link where that is made.");
+        return found.problem(sentence +
+                             " /etc is on a read-only file system. Correct the link in the image.");
     found.problem(sentence, make_link(zone.link, published_tree(now) + "/" + zone.name));
 }
 
@@ -289,7 +295,7 @@ void check_localtime(const state& now, findings& found)
         return;
     if (!zone.asks_localtime && zone.localtime_name != zone.name)
         return found.remark(difference(now.localtime) + ", but the local zone is " + zone.name +
-                                ". To set it, paste this:",
+                                ". To link it to that zone, paste this:",
                             make_link(now.localtime, published));
     if (!zone.asks_localtime)
         return;
@@ -300,7 +306,7 @@ void check_localtime(const state& now, findings& found)
                       make_link(now.localtime, published));
     else if (zone.name == paths::default_zone && zone.timezone_name.empty())
         found.remark(now.localtime.path + " points to "s + zone.name +
-                     ". That may not be the right zone, because a run resets a lost link to it.");
+                     ". That may be the wrong zone, because a run resets a missing link to it.");
 }
 
 } // namespace

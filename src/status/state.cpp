@@ -61,7 +61,7 @@ std::vector<std::string> find_system_faults(const dataset& system)
         faults.push_back(release_file + " begins with " + release + ", which is not a tz release.");
     else if (!built.empty() && built != release)
         faults.push_back(release_file + " says " + release + ", but its tree is " + built +
-                         ", so a run may choose older data. It has to say " + built + ".");
+                         ", so a run may choose older data. The file has to say " + built + ".");
     if (system.schema.empty())
         faults.push_back(schema_file + " is missing, empty or not a file.");
     else if (!is_schema(system.schema))
@@ -199,7 +199,7 @@ verdict judge_latest(const state& now)
     const dataset& latest = *now.latest;
     const bool is_in_use = now.in_use && now.in_use->path == latest.path;
     if (latest.has_too_big_number)
-        return harmful("has a number above 2147483647" + lost);
+        return harmful("has a number above 2147483647 in its name" + lost);
     if (latest.stalls && !is_in_use)
         return harmful(
             "has a pipe, a device or a huge file at zoneinfo/+VERSION, which stalls a run");
@@ -208,7 +208,7 @@ verdict judge_latest(const state& now)
     if (!latest.is_installed)
         return refused("not installed");
     if (latest.version == tz_version())
-        return useless("is not a version, so a run never uses it");
+        return useless("has a name that is not a version, so a run never uses it");
     if (latest.version < now.system.version ||
         (latest.version == now.system.version && latest.path != now.right.path))
         return refused("not newer than the system partition");
