@@ -8,8 +8,8 @@ inline const std::string nothing = "nothing";
 inline const std::string empty_directory = "empty directory";
 inline const std::string directory = "directory"; // with a file in it, `below`
 
-// Empties /var and /usr/share, and lays out a disk as `tools/disk plain IN_USE LATEST` does. Ends
-// the test program outside the sandbox.
+// Empties /var and /usr/share, and lays out a disk as `tools/disk plain IN_USE LATEST` does.
+// Outside the sandbox, ends the test program.
 void fresh_disk(const std::string& in_use = "system", const std::string& latest = nothing);
 
 // Puts the thing there, in place of what is there, and makes the directories on the way.

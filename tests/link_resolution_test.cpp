@@ -18,7 +18,7 @@ TEST(link_resolution, turns_a_tree_into_its_dataset_and_refuses_any_other_target
         {"the directory of the updates is no dataset", "/var/db/timezone/tz/"},
         {"letters are compared with their case", "/var/db/timezone/tZ/2024a.1.0/zoneinfo"},
         {"no slash follows the system's tree", "/usr/share/zoneinfo.default/"},
-        {"a missing link names no dataset", ""},
+        {"a missing link points to no dataset", ""},
     };
     for (const auto& [rule, target] : refused)
         EXPECT_EQ(warnings_of([&, &given = target] { (void)dataset_path_from_link(given); }),

@@ -21,7 +21,7 @@ int shell(const std::string& command)
     setenv("PROGRAM", QUORREL_PROGRAM, 1);
     setenv("STATUS", QUORREL_PROGRAM "-status", 1);
     setenv("DISK", QUORREL_TOOLS "/disk", 1);
-    setenv("COMMAND", ("IFS=; " + command).c_str(), 1); // the paths may contain blanks
+    setenv("COMMAND", ("IFS=; " + command).c_str(), 1); // the paths may contain spaces
     const int status = std::system("exec timeout 30 sh -c \"$COMMAND\"");
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

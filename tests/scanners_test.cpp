@@ -42,7 +42,8 @@ void assign_by_expression(tz_version& version, const std::string& text)
     version.patch = groups[4].matched ? std::stoi(groups[4]) : -1;
 }
 
-// Returns the fields after the text was parsed into a version that had others, and what it threw.
+// Returns the fields after the text was parsed into a version that had others, and whether it
+// threw.
 template <typename Parse>
 auto parsed(const Parse& parse)
 {

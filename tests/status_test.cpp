@@ -62,12 +62,12 @@ std::string newer(const std::string& update)
 
 } // namespace
 
-// A row ends in order after its commands, pasted twice, and a run, or it has no command.
+// If a row has commands, all is well after they are pasted twice and quorrel is run.
 TEST(status, says_what_is_wrong_and_what_cures_it)
 {
     const row rows[] = {
         // clang-format off
-        {"zoneinfo leads to a tree", "rm zoneinfo", "~/zoneinfo is missing." + best + zoneinfo},
+        {"zoneinfo points to a tree", "rm zoneinfo", "~/zoneinfo is missing." + best + zoneinfo},
         {"a directory in its place is kept", "rm zoneinfo; mkdir zoneinfo", "~/zoneinfo is not a link." + best + "    [ -h ~/zoneinfo ] || mv ~/zoneinfo ~/zoneinfo.old-$(date +%s)\n" + zoneinfo},
         {"only a dataset's tree counts", "ln -sfn $PWD/tz/2024e zoneinfo", "~/zoneinfo points to ~/tz/2024e, which is no dataset's tree." + best + zoneinfo},
         {"an update may be gone", "rm -r tz/2024e", "~/zoneinfo points to update 2024e, which is not installed. The newest good update is 2024c.\n    ln -sfn ~/tz/2024c/zoneinfo ~/zoneinfo\n~/icutz points to ~/tz/2024e/icutz, but update 2024c is to be used.\n    ln -sfn ~/tz/2024c/icutz ~/icutz\n"},

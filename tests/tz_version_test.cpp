@@ -18,7 +18,7 @@ TEST(tz_version, parses_the_whole_text_or_nothing)
         {"one number too many", "2017c.1.0.5", refused},
         {"no digits", "2017c.", refused},
         {"no full stop", "2017cx1", refused},
-        {"a blank at the end", "2017c.1.0 ", refused},
+        {"a space at the end", "2017c.1.0 ", refused},
         {"a slash at the end", "2017c.1.0/", refused},
         {"no number", "c.1.0", refused},
         {"no text", "", refused},

@@ -39,7 +39,7 @@ std::vector<std::string> make_link(const place& at, const std::string& target)
         return {link};
     if (at.is_mount_point)
         return {};
-    // A file may be a zone that is read: it stays until the link replaces it.
+    // The file may be the zone that programs read, so it stays until the link replaces it.
     const std::string keep = S_ISREG(at.mode) ? "cp -p " : "mv ";
     return {"[ -h " + at.path + " ] || " + keep + to_new_name(at.path), link};
 }

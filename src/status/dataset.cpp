@@ -26,7 +26,8 @@ namespace
     throw std::system_error(error, std::generic_category(), path);
 }
 
-// No zone or word is longer. A run would read it to its end, but not within a second.
+// No zone's file and no word is longer. A run would read a longer file to its end, which may take
+// seconds.
 constexpr off_t longest_file = 1 << 20;
 
 // Returns whether there is a file to read, links followed.

@@ -17,21 +17,21 @@ struct dataset {
     tz_version version; // unset if the name is none
     bool has_too_big_number = false;
     bool is_installed = false, has_tree = false;
-    bool stalls = false; // a run, which reads its release: a named pipe or a device
+    bool stalls = false; // reading its release stalls a run: a pipe, a device or a huge file
     std::string schema;  // of its ICU data, even if others cannot read that
 
     [[nodiscard]] bool is_system() const { return path.empty(); }
 };
 
-// Reads the system partition's, or an update's by the path of its directory. Throws
+// Reads the update in a directory, or the system partition's dataset if the path is empty. Throws
 // std::system_error for what cannot be looked at.
 [[nodiscard]] dataset read_dataset(const std::string& path);
 
-// Returns what keeps programs from using a dataset for the zone, to be read after its name, or an
-// empty string. An empty zone is in every tree.
+// Returns why programs cannot use a dataset for the zone, in words that follow its name, or an
+// empty string if they can. An empty zone is in every tree.
 [[nodiscard]] std::string fault_in(const dataset& data, const std::string& zone);
 
-// Returns whether there is no such fault. What this user cannot read is not good for him.
+// Returns whether there is no such fault. Data that this user cannot read is not good.
 [[nodiscard]] bool is_good(const dataset& data, const std::string& zone);
 
 // Returns whether everybody can read all that is in a directory. The targets of links are not

@@ -36,7 +36,8 @@ std::string zone_on(const route& way)
     return {};
 }
 
-// Returns the zone among the names whose file in one of the trees has the content, if it is one.
+// Returns the name whose zone has this content in one of the trees, or an empty string if none
+// has, or more than one.
 std::string confirm(const std::string& content, const std::set<std::string>& names,
                     const std::vector<std::string>& trees)
 {
@@ -61,7 +62,7 @@ std::string zone_in(const std::string& path)
     const std::string zone = below_a_tree(path);
     const bool is_plain = std::none_of(zone.begin(), zone.end(),
                                        [](unsigned char c) { return std::iscntrl(c) != 0; });
-    return is_plain && zone != "localtime" ? zone : ""; // in a tree, localtime leads back
+    return is_plain && zone != "localtime" ? zone : ""; // in a tree, localtime is a link back
 }
 
 local_zone read_local_zone(const std::vector<std::string>& trees)

@@ -20,10 +20,14 @@ struct local_zone {
     bool asks_localtime = false;    // the way leads through the localtime link
 };
 
-// Reads the local zone, which is the one that /etc/localtime points to. If it points to none, a
-// zone that the localtime link or /etc/timezone names is the local one if /etc/localtime holds
-// exactly its file of one of these trees, and the other names no other such zone. Throws
-// std::system_error for what cannot be looked at.
+// Reads the local zone, which is the one that /etc/localtime points to. Throws std::system_error
+// for what cannot be looked at.
+//
+// If it points to no zone, the localtime link and /etc/timezone are asked. A zone that one of them
+// names is the local zone if /etc/localtime has the content of its file in one of these trees, and
+// the other names no second such zone. If /etc/localtime is missing, the zone is UTC, unless they
+// name another. America/Los_Angeles through the localtime link is not believed if /etc/timezone
+// names another zone, because a run may have reset that link.
 [[nodiscard]] local_zone read_local_zone(const std::vector<std::string>& trees);
 
 // Returns the zone that a path names, or an empty string.

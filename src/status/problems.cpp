@@ -154,8 +154,8 @@ void check_image(const state& now, findings& found)
 
 // What is published.
 
-// What is in use is right, but a run that goes by names may take it out of use. That a newer system
-// partition or one with another schema replaces it is no problem.
+// The data in use is right, but a run may take it out of use because of its name or its link. It is
+// no problem if a newer system partition, or one with another schema, replaces it.
 void check_next_run(const state& now, findings& found)
 {
     const dataset& right = now.right;

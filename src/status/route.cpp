@@ -14,7 +14,7 @@ namespace quorrel::status
 namespace
 {
 
-// Linux follows no more.
+// Linux follows no more links than this.
 constexpr int most_links = 40;
 
 std::string normal(const std::filesystem::path& path)

@@ -70,7 +70,7 @@ std::vector<std::string> find_system_faults(const dataset& system)
     return faults;
 }
 
-// What nobody uses and this user cannot look at is passed over.
+// Skips an update that this user cannot look at, unless it is in use or the latest.
 std::vector<dataset> read_updates(const std::string& zoneinfo_target, const std::string& latest)
 {
     std::vector<dataset> updates;
@@ -96,8 +96,7 @@ std::vector<dataset> read_updates(const std::string& zoneinfo_target, const std:
     return updates;
 }
 
-// A link may be relative or lead there by another way; one that leads nowhere points to what it
-// says.
+// The link may be relative or go through others. If it dangles, its text decides.
 std::optional<dataset> read_in_use(const state& now)
 {
     if (!now.zoneinfo.is_link())
@@ -143,7 +142,8 @@ bool can_write(const std::string& directory)
 }
 
 // Returns the newest update that a run would activate after the system partition, and that programs
-// can use for the zone. Permissions do not count, because they can be opened.
+// can use for the zone. Permissions do not matter here, because a command can
+// open them.
 std::optional<dataset> find_best(const state& now, const std::string& zone)
 {
     for (auto update = now.updates.rbegin(); update != now.updates.rend(); ++update)
@@ -153,7 +153,7 @@ std::optional<dataset> find_best(const state& now, const std::string& zone)
     return {};
 }
 
-// If no dataset has the zone, that is no dataset's fault.
+// If no dataset has the zone, it is chosen as if none were asked for.
 dataset find_right(const state& now, const std::string& local_zone)
 {
     for (const std::string& zone : {local_zone, std::string()}) {

@@ -33,8 +33,8 @@ struct state {
     std::string current_path;               // what a run takes for the path of the dataset in use
     std::optional<dataset> latest;          // none if tz_latest points to nothing below tz/
 
-    // What should be in use: what is, if programs can use it, or else the newest good update, or
-    // else the system partition.
+    // What should be in use: the dataset in use if programs can use it, or else the newest good
+    // update, or else the system partition.
     dataset right;
     std::string right_zone;      // the local zone, if the right data has it
     std::optional<dataset> best; // the newest good update
