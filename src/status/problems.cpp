@@ -252,10 +252,11 @@ std::string advice(const state& now)
 {
     const bool asks_localtime = now.zone.asks_localtime;
     const std::string& named = now.zone.timezone_name;
+    const bool exists = !named.empty() && (is_good(now.right, named) || is_good(now.system, named));
     return " Link "s + (asks_localtime ? paths::localtime_link : paths::etc_localtime) +
            " to the right zone, for example " +
            (asks_localtime ? paths::zoneinfo_link : published_tree(now)) + "/" +
-           (!named.empty() && fault_in(now.right, named).empty() ? named : "Europe/Paris") + ".";
+           (exists ? named : "Europe/Paris") + ".";
 }
 
 void check_etc_localtime(const state& now, findings& found)
