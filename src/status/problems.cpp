@@ -86,12 +86,13 @@ void check_writing(const state& now, findings& found)
 
 void check_permissions(const state& now, findings& found)
 {
-    const bool may_be_activated = now.system_faults.empty() && now.latest &&
-                                  now.latest_verdict.refusal.empty() &&
-                                  now.latest_verdict.fault.empty();
+    std::vector<dataset> used = {now.system, now.right};
+    if (now.latest && now.system_faults.empty() && now.latest_verdict.refusal.empty() &&
+        now.latest_verdict.fault.empty())
+        used.push_back(*now.latest);
     std::vector<std::string> contents,
         ways = {paths::etc_localtime, paths::legacy_zoneinfo, paths::zoneinfo_link, paths::updates};
-    for (const dataset& data : {now.system, now.right, may_be_activated ? *now.latest : now.right})
+    for (const dataset& data : used)
         for (const std::string& directory : {data.tree, data.icu_directory}) {
             ways.push_back(directory);
             contents.push_back(follow(directory).stations.back());
