@@ -48,6 +48,9 @@ const std::string closed = "Not every user can read all of this, so programs may
                            "run may leave an update unused: ";
 const std::string renamed =
     " Zones are sometimes renamed, and then the next update lacks it too.\n";
+const std::string no_run = "quorrel.service has not run since the boot, or it failed. \"systemctl "
+                           "status quorrel.service\" says why. When the cause is gone, run "
+                           "\"systemctl restart quorrel.service\".\n";
 const std::string mount =
     " If it is a file system of its own, mount it. Otherwise create it, and run "
     "quorrel.\n";
@@ -121,7 +124,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"a localtime link that is read survives a run", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn zoneinfo/Zone localtime", "~/localtime points to zoneinfo/Zone, so the next run resets it to America/Los_Angeles.\n" + zone},
         {"a link into the legacy place is corrected by a run", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn /usr/share/zoneinfo/Zone localtime; rm icutz", "~/icutz is missing, but update 2024e is to be used.\n" + icutz},
         {"the next boot has a run", "mkdir -p /run/systemd/system /run/quorrel /etc/systemd/system; ln -s /dev/null /etc/systemd/system/quorrel.service", "quorrel.service is masked, so quorrel does not run at boot. If that is not intended, run \"systemctl unmask quorrel.service\" and \"systemctl start quorrel.service\".\n"},
-        {"a run has run", "mkdir -p /run/systemd/system", "quorrel.service has not run since the boot, or it failed. \"systemctl status quorrel.service\" says why. Remove the cause, and run \"systemctl restart quorrel.service\".\n"},
+        {"a run has run", "mkdir -p /run/systemd/system", no_run},
         // clang-format on
     };
     for (const auto& [rule, command, outcome] : rows) {
@@ -216,12 +219,12 @@ TEST(status, prints_a_row_for_each_thing)
 
 TEST(status, answers_or_says_why_not)
 {
-    change("rm icutz; chmod 700 tz");
+    change("rm icutz; chmod 700 tz; mkdir -p /run/systemd/system");
     EXPECT_EQ(told(), closed +
                           "~/tz.\n    chmod a+x ~/tz\n~/icutz is missing, but update 2024e is to "
                           "be used.\n" +
-                          icutz + "1\n")
-        << "several problems are printed";
+                          icutz + no_run + "1\n")
+        << "several problems are printed, and last what they may have caused";
     change("mv tz/2024e \"tz/it's\"; rm tz_latest; ln -sfn \"$PWD/tz/it's/zoneinfo\" .; chmod 700 "
            "tz/it*");
     EXPECT_NE(

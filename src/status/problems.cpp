@@ -33,21 +33,6 @@ bool is_read_only(const std::string& path)
 
 // The way to the data.
 
-void check_run(findings& found)
-{
-    if (mode_of(paths::systemd) == 0)
-        return;
-    if (look_at(paths::unit_mask).target == "/dev/null")
-        found.problem("quorrel.service is masked, so quorrel does not run at boot. If that is not "
-                      "intended, run \"systemctl unmask quorrel.service\" and \"systemctl start "
-                      "quorrel.service\".");
-    else if (mode_of(paths::trace_of_run) == 0)
-        found.problem(
-            "quorrel.service has not run since the boot, or it failed. \"systemctl status "
-            "quorrel.service\" says why. Remove the cause, and run \"systemctl restart "
-            "quorrel.service\".");
-}
-
 // Returns whether the places in the data directory can be judged, and cured.
 bool check_directories(const state& now, findings& found)
 {
@@ -311,6 +296,23 @@ void check_localtime(const state& now, findings& found)
                      ". That may be the wrong zone, because a run resets a missing link to it.");
 }
 
+// The run at boot, last, because what is above may be why it failed.
+
+void check_run(findings& found)
+{
+    if (mode_of(paths::systemd) == 0)
+        return;
+    if (look_at(paths::unit_mask).target == "/dev/null")
+        found.problem("quorrel.service is masked, so quorrel does not run at boot. If that is not "
+                      "intended, run \"systemctl unmask quorrel.service\" and \"systemctl start "
+                      "quorrel.service\".");
+    else if (mode_of(paths::trace_of_run) == 0)
+        found.problem(
+            "quorrel.service has not run since the boot, or it failed. \"systemctl status "
+            "quorrel.service\" says why. When the cause is gone, run \"systemctl restart "
+            "quorrel.service\".");
+}
+
 } // namespace
 
 void findings::problem(const std::string& sentence, const std::vector<std::string>& commands)
@@ -334,7 +336,6 @@ std::string name_of(const dataset& data)
 findings find_problems(const state& now)
 {
     findings found;
-    check_run(found);
     check_image(now, found);
     if (check_directories(now, found)) {
         check_writing(now, found);
@@ -348,6 +349,7 @@ findings find_problems(const state& now)
         check_localtime(now, found);
     }
     check_etc_localtime(now, found);
+    check_run(found);
     return found;
 }
 
