@@ -46,14 +46,14 @@ const std::string right_zone =
     " Link /etc/localtime to the right zone, for example /usr/share/zoneinfo/Europe/Paris.\n";
 const std::string closed = "Not every user can read all of this, so programs may show UTC, and a "
                            "run may leave an update unused: ";
-const std::string renamed =
-    " Zones are sometimes renamed, and then the next update lacks it too.\n";
+const std::string renamed = " If the zone was renamed, set its new name instead, because the next "
+                            "update will lack the old one too.\n";
 const std::string no_run = "quorrel.service has not run since the boot, or it failed. \"systemctl "
                            "status quorrel.service\" says why. When the cause is gone, run "
                            "\"systemctl restart quorrel.service\".\n";
-const std::string mount =
-    " If it is a file system of its own, mount it. Otherwise create it, and run "
-    "quorrel.\n";
+const std::string mount = " If it is a file system of its own, mount it, now and at every boot. "
+                          "Otherwise create it, and run "
+                          "quorrel.\n";
 
 std::string newer(const std::string& update)
 {
@@ -83,7 +83,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"a run knows the name", "mv tz/2024e tz/e; rm tz_latest; ln -sfn $PWD/tz/e/* .", "~/tz/e is in use, but its name is not a version" + back + newer("2024c")},
         {"a run finds ICU data", "rm tz_latest tz/2024e/icutz/*", "update 2024e is in use, but has no ICU data file" + back},
         {"a release that stalls is found in use", "rm tz_latest; mkfifo x; mv x $U/+VERSION", "~/tz/2024e/zoneinfo/+VERSION is a pipe, a device or a huge file, which stalls a run. Remove it.\n"},
-        {"so is a record", "rm TZ*; mkfifo TZVersionDiffRecord", "~/TZVersionDiffRecord is a pipe, which stalls a run.\n    [ ! -e ~/TZVersionDiffRecord ] || mv ~/TZVersionDiffRecord ~/TZVersionDiffRecord.old-$(date +%s)\n"},
+        {"so is a record", "rm TZ*; mkfifo TZVersionDiffRecord", "~/TZVersionDiffRecord is a pipe, which stalls every run that activates an update.\n    [ ! -e ~/TZVersionDiffRecord ] || mv ~/TZVersionDiffRecord ~/TZVersionDiffRecord.old-$(date +%s)\n"},
         {"icutz belongs to what is in use", "ln -sfn $PWD/tz/2024b/icutz icutz", "~/icutz points to ~/tz/2024b/icutz, but update 2024e is to be used.\n" + icutz},
         {"the latest is a link", "rm tz_latest; mkdir tz_latest", "~/tz_latest is not a link" + lost + best + "    [ -h ~/tz_latest ] || mv ~/tz_latest ~/tz_latest.old-$(date +%s)\n" + latest},
         {"the latest is below tz/", "ln -sfn /var tz_latest", "~/tz_latest points to /var, which is not in ~/tz" + lost + best + latest},
@@ -109,7 +109,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"the release is the tree's", "echo '# version 2024c' >$S/tzdata.zi", "/usr/share/zoneinfo.default/+VERSION says 2024a, but its tree is 2024c, so a run may choose older data. The file has to say 2024c. Correct the image.\n"},
         {"a schema is known", "rm /usr/share/icu/*", "/usr/share/icu/icutzformat.txt is missing, empty or not a file. Correct the image.\n"},
         {"it is a schema", "echo 44I >/usr/share/icu/icutzformat.txt", "/usr/share/icu/icutzformat.txt begins with 44I, which is not an ICU schema. Correct the image.\n"},
-        {"the usual tree is the published one", "rm $S/../zoneinfo; ln -s $S $S/../zoneinfo", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that ask for a zone by name do not follow updates, or show UTC. Correct the image.\n"},
+        {"the usual tree is the published one", "rm $S/../zoneinfo; ln -s $S $S/../zoneinfo", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that read it do not follow updates, or show UTC. Correct the image.\n"},
         {"the image has the zone that it will be asked for", "rm tz_latest $S/Zone; echo 2025a >$S/+VERSION", "After the next run the system partition will be in use, but it lacks the zone Zone. Correct the image.\n"},
         {"/etc/localtime leads through the published tree", "ln -sfn $S/Zone /etc/localtime", "/etc/localtime points to /usr/share/zoneinfo.default/Zone" + stays + etc},
         {"not by its text alone", "ln -sfn /usr/share/zoneinfo/no/../Zone /etc/localtime", "/etc/localtime points to /usr/share/zoneinfo/no/../Zone" + stays + etc},

@@ -46,7 +46,8 @@ bool check_directories(const state& now, findings& found)
             is_link ? path + " leads to " + way.stations.back() + ", which" : path;
         found.problem(what + (way.mode != 0 ? " is not a directory."
                                             : " is missing. If it is a file system of its own, "
-                                              "mount it. Otherwise create it, and run quorrel."));
+                                              "mount it, now and at every boot. Otherwise create "
+                                              "it, and run quorrel."));
         return false;
     }
     if (is_read_only(paths::data))
@@ -118,7 +119,8 @@ void check_stalls(const state& now, findings& found)
                       " is a pipe, a device or a huge file, which stalls a run. Remove it.");
     const place record = look_at(paths::version_diff_record);
     if (S_ISFIFO(mode_of(record.path)))
-        found.problem(record.path + " is a pipe, which stalls a run.", clear(record));
+        found.problem(record.path + " is a pipe, which stalls every run that activates an update.",
+                      clear(record));
 }
 
 // The system partition.
@@ -132,7 +134,7 @@ void check_image(const state& now, findings& found)
         add(fault);
     if (!now.publishes_usr_share)
         add(paths::legacy_zoneinfo + " is not a link to "s + paths::zoneinfo_link +
-            ", so programs that ask for a zone by name do not follow updates, or show UTC.");
+            ", so programs that read it do not follow updates, or show UTC.");
     if (const std::string fault = fault_in(now.system, now.right_zone);
         now.after_next_run == "" && now.system.has_tree && !fault.empty())
         add("After the next run the system partition will be in use, but it " + fault + ".");
@@ -171,7 +173,8 @@ void check_zoneinfo(const state& now, findings& found)
     sentence += now.right.is_system() ? ". Without a good update, the system partition is used."
                                       : ". The newest good update is " + now.right.name + ".";
     if (now.in_use && fault_in(*now.in_use, now.zone.name).starts_with("lacks"))
-        sentence += " Zones are sometimes renamed, and then the next update lacks it too.";
+        sentence += " If the zone was renamed, set its new name instead, because the next update "
+                    "will lack the old one too.";
     found.problem(sentence, make_link(now.zoneinfo, now.right.tree));
 }
 
