@@ -202,7 +202,8 @@ TEST(status, prints_a_row_for_each_thing)
               std::string::npos);
     change("ln -sfn $PWD/tz/2024a.1.0/* .; ln -sfn $PWD/tz/2024a.1.0 tz_latest");
     EXPECT_NE(
-        table().find("tz_latest           2024a.1.0   schema 44l\nafter the next run  2024a.1.0\n"),
+        table().find(
+            "tz_latest           2024a.1.0   schema 44l   in use\nafter the next run  2024a.1.0\n"),
         std::string::npos);
     change("ln -sfn $PWD/tz/2024f tz_latest; echo 'Zone Zone 3 - XYZ' >/var/zone; zic -d $U "
            "/var/zone");

@@ -64,8 +64,9 @@ std::string latest_row(const state& now)
     if (!now.latest_verdict.refusal.empty() && now.latest->is_installed &&
         now.system_faults.empty())
         return row + "   refused: " + now.latest_verdict.refusal;
-    const bool is_in_use = now.in_use && now.in_use->path == now.latest->path;
-    return now.after_next_run == now.latest->path && !is_in_use ? row + "   to be activated" : row;
+    if (now.in_use && now.in_use->path == now.latest->path)
+        return row + "   in use";
+    return now.after_next_run == now.latest->path ? row + "   to be activated" : row;
 }
 
 // Returns the local zone, and the time that a program without TZ sees.
