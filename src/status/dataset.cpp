@@ -103,12 +103,12 @@ std::string fault_in(const dataset& data, const std::string& zone)
     return is_sound_zone(content_of(file)) ? "" : "has a damaged file for the zone " + zone;
 }
 
-bool is_good(const dataset& data, const std::string& zone)
+std::string fault_seen_in(const dataset& data, const std::string& zone)
 {
     try {
-        return fault_in(data, zone).empty();
+        return fault_in(data, zone);
     } catch (const std::system_error&) {
-        return false;
+        return "cannot be read";
     }
 }
 

@@ -31,8 +31,8 @@ struct dataset {
 // empty string if they can. An empty zone is in every tree.
 [[nodiscard]] std::string fault_in(const dataset& data, const std::string& zone);
 
-// Returns whether there is no such fault. Data that this user cannot read is not good.
-[[nodiscard]] bool is_good(const dataset& data, const std::string& zone);
+// The same, but data that this user cannot read has that fault, and nothing is thrown.
+[[nodiscard]] std::string fault_seen_in(const dataset& data, const std::string& zone);
 
 // Returns whether everybody can read all that is in a directory. The targets of links are not
 // looked at.

@@ -90,9 +90,11 @@ std::string unused_row(const state& now)
     for (const dataset& update : now.updates)
         if ((!now.in_use || now.in_use->path != update.path) &&
             (!now.latest || now.latest->path != update.path) &&
-            now.icutz.target != update.icu_directory)
+            now.icutz.target != update.icu_directory) {
+            const std::string fault = fault_seen_in(update, now.right_zone);
             names += (names.empty() ? "" : " ") + update.name +
-                     (is_good(update, now.right_zone) ? "" : " (faulty)");
+                     (fault.empty() ? "" : " (" + fault + ")");
+        }
     return names;
 }
 

@@ -241,7 +241,8 @@ std::string advice(const state& now)
 {
     const bool asks_localtime = now.zone.asks_localtime;
     const std::string& named = now.zone.timezone_name;
-    const bool exists = !named.empty() && (is_good(now.right, named) || is_good(now.system, named));
+    const bool exists = !named.empty() && (fault_seen_in(now.right, named).empty() ||
+                                           fault_seen_in(now.system, named).empty());
     return " Link "s + (asks_localtime ? paths::localtime_link : paths::etc_localtime) +
            " to the right zone, for example " +
            (asks_localtime ? paths::zoneinfo_link : published_tree(now)) + "/" +

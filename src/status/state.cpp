@@ -148,7 +148,7 @@ std::optional<dataset> find_best(const state& now, const std::string& zone)
 {
     for (auto update = now.updates.rbegin(); update != now.updates.rend(); ++update)
         if (update->version > now.system.version && !update->stalls &&
-            update->schema == now.system.schema && is_good(*update, zone))
+            update->schema == now.system.schema && fault_seen_in(*update, zone).empty())
             return *update;
     return {};
 }
