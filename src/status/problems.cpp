@@ -147,9 +147,13 @@ void check_image(const state& now, findings& found)
 void check_next_run(const state& now, findings& found)
 {
     const dataset& right = now.right;
-    if (right.is_system() || now.after_next_run != "")
+    if (right.is_system() || !now.after_next_run || now.after_next_run == right.path ||
+        (now.latest && now.after_next_run == now.latest->path &&
+         now.latest->version > right.version))
         return;
-    const std::string effect = ", so the next run goes back to the system partition.";
+    const std::string effect =
+        ", so the next run goes back to " +
+        (now.after_next_run == "" ? "the system partition" : *now.after_next_run) + ".";
     if (right.version == tz_version())
         found.problem(right.path + " is in use, but its name is not a version" + effect);
     else if (right.schema.empty() && right.version >= now.system.version)

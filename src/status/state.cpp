@@ -209,10 +209,10 @@ verdict judge_latest(const state& now)
         return refused("not installed");
     if (latest.version == tz_version())
         return useless("has a name that is not a version, so a run never uses it");
-    if (latest.version < now.system.version ||
-        (latest.version == now.system.version && latest.path != now.right.path))
+    const bool is_next = now.after_next_run == latest.path; // even if it is older than these
+    if (!is_next && latest.version <= now.system.version)
         return refused("not newer than the system partition");
-    if (!is_in_use && latest.path != now.right.path && !(latest.version > now.right.version))
+    if (!is_next && latest.path != now.right.path && latest.version <= now.right.version)
         return refused("not newer than what is in use");
     if (latest.schema.empty())
         return useless("has no ICU data file, so a run never uses it");
@@ -298,8 +298,8 @@ state read_state()
     now.right = find_right(now, zone);
     now.right_zone = fault_in(now.right, zone).empty() ? zone : "";
     now.best = find_best(now, now.right_zone);
-    now.latest_verdict = judge_latest(now);
     now.after_next_run = predict(now);
+    now.latest_verdict = judge_latest(now);
     return now;
 }
 

@@ -38,10 +38,10 @@ struct state {
     dataset right;
     std::string right_zone;      // the local zone, if the right data has it
     std::optional<dataset> best; // the newest good update
-    verdict latest_verdict;
 
     // The path of the dataset in use after the next run; none if it is not known.
     std::optional<std::string> after_next_run;
+    verdict latest_verdict;
 };
 
 // Reads the state. Throws std::system_error, with the path, for something that cannot be looked at
