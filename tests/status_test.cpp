@@ -164,6 +164,7 @@ TEST(status, finds_no_problem_where_all_is_well)
         {"programs ask the localtime link", "ln -sfn $PWD/localtime /etc/localtime", ""},
         {"the localtime link is not asked", "rm localtime", unread},
         {"it may have been reset", "ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; ln -sfn $PWD/localtime /etc/localtime; cp -r $S/America $U", reset},
+        {"a run goes by its beginning", "ln -sfn $PWD/localtime /etc/localtime; ln -sfn $PWD/zoneinfo/./Zone localtime", ""},
         {"a missing link means UTC", "rm /etc/localtime; ln -sfn $PWD/zoneinfo/UTC localtime", "Remark: /etc/localtime is missing, so the local time is UTC.\n"},
         {"nobody uses a closed update, or the rest of one", "chmod 0 tz/2024c; install -m 0 /dev/null tz/2024e/signature", ""},
         {"systemd has run the unit", "mkdir -p /run/systemd/system /run/quorrel", ""},

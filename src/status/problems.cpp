@@ -294,8 +294,10 @@ void check_localtime(const state& now, findings& found)
                             make_link(now.localtime, published));
     if (!zone.asks_localtime)
         return;
-    if (now.localtime.target != published &&
-        now.localtime.target != paths::legacy_zoneinfo + "/"s + zone.name)
+    // A run goes by the beginning of the link.
+    const bool survives = now.localtime.target.starts_with(paths::zoneinfo_link) ||
+                          now.localtime.target.starts_with(paths::legacy_zoneinfo + "/"s);
+    if (!survives || zone.localtime_name != zone.name)
         found.problem(difference(now.localtime) + ", so the next run resets it to " +
                           paths::default_zone + ".",
                       make_link(now.localtime, published));
