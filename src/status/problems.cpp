@@ -77,7 +77,8 @@ void check_permissions(const state& now, findings& found)
         now.latest_verdict.fault.empty())
         used.push_back(*now.latest);
     std::vector<std::string> contents,
-        ways = {paths::etc_localtime, paths::legacy_zoneinfo, paths::zoneinfo_link, paths::updates};
+        ways = {paths::etc_localtime, paths::legacy_zoneinfo, paths::zoneinfo_link, paths::icu_link,
+                paths::updates};
     for (const dataset& data : used)
         for (const std::string& directory : {data.tree, data.icu_directory}) {
             ways.push_back(directory);
