@@ -136,9 +136,12 @@ void check_image(const state& now, findings& found)
     if (!now.publishes_usr_share)
         add(paths::legacy_zoneinfo + " is not a link to "s + paths::zoneinfo_link +
             ", so programs that read it do not follow updates, or show UTC.");
+    const bool is_overtaken = now.latest && now.after_next_run == now.latest->path &&
+                              now.latest->version < now.system.version;
     if (const std::string fault = fault_in(now.system, now.right_zone);
-        now.after_next_run == "" && now.system.has_tree && !fault.empty())
-        add("After the next run the system partition will be in use, but it " + fault + ".");
+        (now.after_next_run == "" || is_overtaken) && now.system.has_tree && !fault.empty())
+        add("After the next run"s + (is_overtaken ? " but one" : "") +
+            " the system partition will be in use, but it " + fault + ".");
 }
 
 // What is published.
