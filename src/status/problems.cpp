@@ -251,7 +251,8 @@ std::string advice(const state& now)
     const std::string& named = now.zone.timezone_name;
     const bool exists = !named.empty() && (fault_seen_in(now.right, named).empty() ||
                                            fault_seen_in(now.system, named).empty());
-    return " Link "s + (asks_localtime ? paths::localtime_link : paths::etc_localtime) +
+    return (S_ISDIR(now.zone.link.mode) ? " Move it away, and link " : " Link ") +
+           std::string(asks_localtime ? paths::localtime_link : paths::etc_localtime) +
            " to the right zone, for example " +
            (asks_localtime ? paths::zoneinfo_link : published_tree(now)) + "/" +
            (exists ? named : "Europe/Paris") + ".";
