@@ -202,6 +202,10 @@ TEST(status, prints_a_row_for_each_thing)
         table().find(
             "after the next run  unknown\nlocal zone          unknown, but programs show UTC\n"),
         std::string::npos);
+    for (const char* const close : {"chmod 0 /usr/share/icu/*", "chmod 711 tz/2024e/icutz"}) {
+        change(close);
+        EXPECT_EQ(shell("$STATUS | grep -q '^after the next run  unknown$'"), 0) << close;
+    }
     change("echo 2025a >/usr/share/zoneinfo.default/+VERSION; ln -sfn $PWD/tz/2024b tz_latest");
     EXPECT_NE(table().find("tz_latest           2024b   schema 44l   refused: not newer than the "
                            "system partition\nafter the next run  system partition\n"),

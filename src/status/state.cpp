@@ -241,12 +241,18 @@ std::optional<std::string> predict(const state& now)
     for (const place& link : {now.zoneinfo, now.icutz, now.tz_latest})
         if (!link.is_missing() && !link.is_link())
             return {};
-    if (now.system.stalls || may_stall(now.system.icu_directory + paths::icu_format_file))
-        return {};
+    std::vector<std::string> read = {now.system.tree + paths::release_file,
+                                     now.system.icu_directory + paths::icu_format_file};
     for (const std::string& path : {now.current_path, now.tz_latest.target})
-        if (!path.empty() && (may_stall(path + paths::update_zoneinfo + paths::release_file) ||
-                              !follow(path + paths::update_icu).closed.empty()))
+        if (!path.empty())
+            read.insert(read.end(), {path + paths::update_zoneinfo + paths::release_file,
+                                     path + paths::update_icu});
+    for (const std::string& path : read) {
+        const route way = follow(path);
+        if (may_stall(path) || !way.closed.empty() ||
+            (S_ISDIR(way.mode) && !is_open(way.mode, S_IROTH)))
             return {};
+    }
     if (!now.can_write || now.system.has_too_big_number) // then nothing can be published
         return now.in_use ? std::optional(now.in_use->path) : std::nullopt;
     try {
