@@ -40,7 +40,8 @@ const std::string zone = "    ln -sfn ~/zoneinfo/Zone ~/localtime\n";
 const std::string lost = ", so every run ends on the system partition.";
 const std::string never = ", so a run never uses it.";
 const std::string agent = " If the update agent wrote it, correct the agent too.";
-const std::string back = ", so the next run goes back to the system partition.\n";
+const std::string back = ", so the next run goes back to the system partition.";
+const std::string again = " Have it installed again.\n";
 const std::string stays = ", so it does not change with an update.\n";
 const std::string right_zone =
     " Link /etc/localtime to the right zone, for example /usr/share/zoneinfo/Europe/Paris.\n";
@@ -79,9 +80,9 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"the tree has the zone", "rm tz/2024c/zoneinfo/Zone; ln -sfn $PWD/tz/2024c/zoneinfo zoneinfo", "~/zoneinfo points to update 2024c, which lacks the zone Zone. The newest good update is 2024e." + renamed + zoneinfo},
         {"the zone is compiled", "echo HTML >tz/2024c/zoneinfo/Zone; ln -sfn $PWD/tz/2024c/zoneinfo zoneinfo", "~/zoneinfo points to update 2024c, which has a damaged file for the zone Zone." + best + zoneinfo},
         {"the zone is whole", "printf TZif2cut >tz/2024c/zoneinfo/Zone; ln -sfn $PWD/tz/2024c/zoneinfo zoneinfo", "~/zoneinfo points to update 2024c, which has a damaged file for the zone Zone." + best + zoneinfo},
-        {"a run knows the link", "ln -sfn tz/2024e/zoneinfo zoneinfo; rm tz_latest", "~/zoneinfo points to tz/2024e/zoneinfo instead of ~/tz/2024e/zoneinfo" + back + zoneinfo},
-        {"a run knows the name", "mv tz/2024e tz/e; rm tz_latest; ln -sfn $PWD/tz/e/* .", "~/tz/e is in use, but its name is not a version" + back + newer("2024c")},
-        {"a run finds ICU data", "rm tz_latest tz/2024e/icutz/*", "update 2024e is in use, but has no ICU data file" + back},
+        {"a run knows the link", "ln -sfn tz/2024e/zoneinfo zoneinfo; rm tz_latest", "~/zoneinfo points to tz/2024e/zoneinfo instead of ~/tz/2024e/zoneinfo" + back + "\n" + zoneinfo},
+        {"a run knows the name", "mv tz/2024e tz/e; rm tz_latest; ln -sfn $PWD/tz/e/* .", "~/tz/e is in use, but its name is not a version" + back + again + newer("2024c")},
+        {"a run finds ICU data", "rm tz_latest tz/2024e/icutz/*", "update 2024e is in use, but has no ICU data file" + back + again},
         {"a release that stalls is found in use", "rm tz_latest; mkfifo x; mv x $U/+VERSION", "~/tz/2024e/zoneinfo/+VERSION is a pipe, a device or a huge file, which stalls a run. Remove it.\n"},
         {"so is a record", "rm TZ*; mkfifo TZVersionDiffRecord", "~/TZVersionDiffRecord is a pipe, which stalls every run that activates an update.\n    [ ! -e ~/TZVersionDiffRecord ] || mv ~/TZVersionDiffRecord ~/TZVersionDiffRecord.old-$(date +%s)\n"},
         {"a run does not take an older update for want of a link that it knows", "ln -sfn tz/2024e/zoneinfo zoneinfo; ln -sfn $PWD/tz/2024c tz_latest", "~/zoneinfo points to tz/2024e/zoneinfo instead of ~/tz/2024e/zoneinfo, so the next run goes back to ~/tz/2024c.\n" + zoneinfo},
@@ -92,8 +93,8 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"its target ends with the name", "ln -sfn $PWD/tz/2024e/ tz_latest", "~/tz_latest points to ~/tz/2024e/, which is not exactly an update's path" + never + agent + best + latest},
         {"its numbers are not too big", "ln -sfn $PWD/tz/2147483648a tz_latest", "~/tz_latest points to ~/tz/2147483648a, which has a number above 2147483647 in its name" + lost + best + latest},
         {"it does not stall", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/+*; mkfifo tz/2024f/zoneinfo/+VERSION; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has a pipe, a device or a huge file at zoneinfo/+VERSION, which stalls a run." + best + latest},
-        {"its name is a version", "mkdir tz/rc; ln -sfn $PWD/tz/rc tz_latest", "~/tz_latest points to ~/tz/rc, which has a name that is not a version" + never + "\n"},
-        {"it has ICU data", "mkdir tz/2024f; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has no ICU data file" + never + "\n"},
+        {"its name is a version", "mkdir tz/rc; ln -sfn $PWD/tz/rc tz_latest", "~/tz_latest points to ~/tz/rc, which has a name that is not a version" + never + again},
+        {"it has ICU data", "mkdir tz/2024f; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has no ICU data file" + never + again},
         {"it can be used when activated", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/Zone; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which lacks the zone Zone." + best + latest},
         {"even if it is older than the image", "ln -sfn $PWD/tz/2024b/* .; : >$U/Zone; echo 2025a >$S/+VERSION", "~/tz_latest points to ~/tz/2024e, which has a damaged file for the zone Zone. No update is good.\n    rm -f ~/tz_latest\n"},
         {"without a good update it is removed", "rm -r tz/* icutz; ln -sfn $S zoneinfo; ln -sfn /var tz_latest", "~/tz_latest points to /var, which is not in ~/tz" + lost + " No update is good.\n    rm -f ~/tz_latest\n"},

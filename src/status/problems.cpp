@@ -159,9 +159,11 @@ void check_next_run(const state& now, findings& found)
         ", so the next run goes back to " +
         (now.after_next_run == "" ? "the system partition" : *now.after_next_run) + ".";
     if (right.version == tz_version())
-        found.problem(right.path + " is in use, but its name is not a version" + effect);
+        found.problem(right.path + " is in use, but its name is not a version" + effect +
+                      " Have it installed again.");
     else if (right.schema.empty() && right.version >= now.system.version)
-        found.problem(name_of(right) + " is in use, but has no ICU data file" + effect);
+        found.problem(name_of(right) + " is in use, but has no ICU data file" + effect +
+                      " Have it installed again.");
     else if (right.schema == now.system.schema && right.version >= now.system.version &&
              now.current_path != right.path)
         found.problem(difference(now.zoneinfo) + " instead of " + right.tree + effect,

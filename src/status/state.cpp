@@ -184,7 +184,9 @@ verdict judge_latest(const state& now)
 {
     const auto refused = [](const std::string& why) { return verdict{why, "", false}; };
     const auto harmful = [](const std::string& why) { return verdict{"", why, true}; };
-    const auto useless = [](const std::string& why) { return verdict{"", why, false}; };
+    const auto useless = [](const std::string& why) {
+        return verdict{"", why + ", so a run never uses it. Have it installed again", false};
+    };
     const std::string lost = ", so every run ends on the system partition";
     const std::string inexact = "is not exactly an update's path";
     const std::string agent = ". If the update agent wrote it, correct the agent too";
@@ -208,14 +210,14 @@ verdict judge_latest(const state& now)
     if (!latest.is_installed)
         return refused("not installed");
     if (latest.version == tz_version())
-        return useless("has a name that is not a version, so a run never uses it");
+        return useless("has a name that is not a version");
     const bool is_next = now.after_next_run == latest.path; // even if it is older than these
     if (!is_next && latest.version <= now.system.version)
         return refused("not newer than the system partition");
     if (!is_next && latest.path != now.right.path && latest.version <= now.right.version)
         return refused("not newer than what is in use");
     if (latest.schema.empty())
-        return useless("has no ICU data file, so a run never uses it");
+        return useless("has no ICU data file");
     if (latest.schema != now.system.schema)
         return refused("the system partition has schema " + now.system.schema);
     if (const std::string fault = fault_in(latest, now.right_zone); !fault.empty())
