@@ -21,7 +21,7 @@ std::string difference(const place& at)
     if (at.is_missing())
         return at.path + " is missing";
     if (at.is_mount_point)
-        return at.path + " is a mount point, which keeps quorrel from making a link";
+        return at.path + " is a mount point, so it cannot be made a link";
     return at.path + (at.is_link() ? " points to " + at.target : " is not a link");
 }
 
@@ -214,8 +214,9 @@ void check_tz_latest(const state& now, findings& found)
     const std::vector<std::string> cure =
         now.best ? make_link(now.tz_latest, now.best->path) : clear(now.tz_latest);
     if (!latest.fault.empty())
-        found.problem(sentence + (now.best ? " The newest good update is " + now.best->name + "."
-                                           : " No update is good."),
+        found.problem(sentence + (now.best
+                                      ? " The newest good update is " + now.best->name + "."
+                                      : " No installed update can replace the system partition."),
                       cure);
     else if (now.best && now.best->version > now.right.version &&
              now.best->path != now.tz_latest.target)
@@ -295,10 +296,12 @@ void check_localtime(const state& now, findings& found)
     const std::string published = paths::zoneinfo_link + "/"s + zone.name;
     if (zone.name.empty() || now.right_zone.empty() || zone.link.is_missing())
         return;
-    if (!zone.asks_localtime && zone.localtime_name != zone.name)
+    if (!zone.asks_localtime && zone.localtime_name != zone.name) {
+        const std::vector<std::string> cure = make_link(now.localtime, published);
         return found.remark(difference(now.localtime) + ", but the local zone is " + zone.name +
-                                ". To link it to that zone, paste this:",
-                            make_link(now.localtime, published));
+                                (cure.empty() ? "." : ". To link it to that zone, paste this:"),
+                            cure);
+    }
     if (!zone.asks_localtime)
         return;
     // A run goes by the beginning of the link.

@@ -197,7 +197,7 @@ verdict judge_latest(const state& now)
         return harmful("is not a link" + lost);
     if (!now.latest)
         return harmful(is_inexact(now) ? inexact + lost + agent
-                                       : "is not in "s + paths::updates + lost);
+                                       : "is no update in "s + paths::updates + lost);
     const dataset& latest = *now.latest;
     const bool is_in_use = now.in_use && now.in_use->path == latest.path;
     if (latest.has_too_big_number)
