@@ -1,7 +1,7 @@
 #pragma once
 
-// Every path that a run or quorrel-status knows, and the zone that a run resets to. They are fixed
-// when the programs are built.
+// Every path that a run knows, those that quorrel-status knows of the system's data, and the zone
+// that a run resets to. They are fixed when the programs are built.
 namespace quorrel::paths
 {
 

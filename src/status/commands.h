@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// Commands for a root shell. Each may be pasted a second time.
+// Commands for a root shell. Each may be pasted a second time. There are none for a mount point.
 namespace quorrel::status
 {
 

@@ -26,8 +26,7 @@ namespace
     throw std::system_error(error, std::generic_category(), path);
 }
 
-// No zone's file and no word is longer. A run would read a longer file to its end, which may take
-// seconds.
+// No zone's file and no word is longer. Reading a longer word may take a run seconds.
 constexpr off_t longest_file = 1 << 20;
 
 // Returns whether there is a file to read, links followed.

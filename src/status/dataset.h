@@ -17,7 +17,7 @@ struct dataset {
     tz_version version; // unset if the name is none
     bool has_too_big_number = false;
     bool is_installed = false, has_tree = false;
-    bool stalls = false; // reading its release stalls a run: a pipe, a device or a huge file
+    bool stalls = false; // reading its release may stall a run: a pipe, a device or a huge file
     std::string schema;  // of its ICU data, even if others cannot read that
 
     [[nodiscard]] bool is_system() const { return path.empty(); }
@@ -45,7 +45,8 @@ struct dataset {
 // Returns the first word of a regular file, or an empty string.
 [[nodiscard]] std::string word_of(const std::string& path);
 
-// Returns the content of a regular file, or an empty string if there is none that can be read.
+// Returns the content of a regular file of at most a megabyte, or an empty string if there is none
+// that can be read.
 [[nodiscard]] std::string content_of(const std::string& path);
 
 // Returns whether the content is a compiled zone that was not cut short.

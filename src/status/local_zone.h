@@ -26,8 +26,9 @@ struct local_zone {
 // If it points to no zone, the localtime link and /etc/timezone are asked. A zone that one of them
 // names is the local zone if /etc/localtime has the content of its file in one of these trees, and
 // the other names no second such zone. If /etc/localtime is missing, the zone is UTC, unless they
-// name another. America/Los_Angeles through the localtime link is not believed if /etc/timezone
-// names another zone, because a run may have reset that link.
+// name another; America/Los_Angeles in the localtime link does not count then, because a run may
+// have reset that link. Nor is it believed where /etc/localtime leads through that link and
+// /etc/timezone names another zone.
 [[nodiscard]] local_zone read_local_zone(const std::vector<std::string>& trees);
 
 // Returns the zone that a path names, or an empty string.

@@ -142,8 +142,7 @@ bool can_write(const std::string& directory)
 }
 
 // Returns the newest update that a run would activate after the system partition, and that programs
-// can use for the zone. Permissions do not matter here, because a command can
-// open them.
+// can use for the zone. Permissions do not matter here, because a command can open them.
 std::optional<dataset> find_best(const state& now, const std::string& zone)
 {
     for (auto update = now.updates.rbegin(); update != now.updates.rend(); ++update)
@@ -237,7 +236,7 @@ std::string current_path_of_a_run()
 }
 
 // Makes the decisions of a run on the links as they are. What may stall it, or keep it from reading
-// or replacing something, makes the end unknown.
+// or replacing something, makes the end unknown. If nothing can be published, what is in use stays.
 std::optional<std::string> predict(const state& now)
 {
     for (const place& link : {now.zoneinfo, now.icutz, now.tz_latest})
