@@ -1,10 +1,10 @@
 #include "status/local_zone.h"
 
 #include "fs/paths.h"
+#include "status/commands.h"
 #include "status/dataset.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <set>
 
@@ -26,6 +26,14 @@ std::string below_a_tree(const std::string& path)
         path.compare(name_end, tree.size() + 1, tree + "/") == 0)
         return path.substr(name_end + tree.size() + 1);
     return {};
+}
+
+// Returns the zone that a path names, or an empty string.
+std::string zone_in(const std::string& path)
+{
+    const std::string zone = below_a_tree(path);
+    // In a tree, localtime is a link back.
+    return has_control_character(zone) || zone == "localtime" ? "" : zone;
 }
 
 std::string zone_on(const route& way)
@@ -56,14 +64,6 @@ bool is_utc(const std::string& zone)
 }
 
 } // namespace
-
-std::string zone_in(const std::string& path)
-{
-    const std::string zone = below_a_tree(path);
-    const bool is_plain = std::none_of(zone.begin(), zone.end(),
-                                       [](unsigned char c) { return std::iscntrl(c) != 0; });
-    return is_plain && zone != "localtime" ? zone : ""; // in a tree, localtime is a link back
-}
 
 local_zone read_local_zone(const std::vector<std::string>& trees)
 {

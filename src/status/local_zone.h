@@ -31,7 +31,4 @@ struct local_zone {
 // /etc/timezone names another zone.
 [[nodiscard]] local_zone read_local_zone(const std::vector<std::string>& trees);
 
-// Returns the zone that a path names, or an empty string.
-[[nodiscard]] std::string zone_in(const std::string& path);
-
 } // namespace quorrel::status

@@ -64,7 +64,7 @@ std::string latest_row(const state& now)
     if (!now.latest_verdict.refusal.empty() && now.latest->is_installed &&
         now.system_faults.empty())
         return row + "   refused: " + now.latest_verdict.refusal;
-    if (now.in_use && now.in_use->path == now.latest->path)
+    if (now.uses(*now.latest))
         return row + "   in use";
     return now.after_next_run == now.latest->path ? row + "   to be activated" : row;
 }
@@ -88,8 +88,7 @@ std::string unused_row(const state& now)
 {
     std::string names;
     for (const dataset& update : now.updates)
-        if ((!now.in_use || now.in_use->path != update.path) &&
-            (!now.latest || now.latest->path != update.path) &&
+        if (!now.uses(update) && (!now.latest || now.latest->path != update.path) &&
             now.icutz.target != update.icu_directory) {
             const std::string fault = fault_seen_in(update, now.right_zone);
             names += (names.empty() ? "" : " ") + update.name +

@@ -15,6 +15,12 @@ namespace
 
 using namespace std::string_literals;
 
+// Returns what a dataset is called in a sentence, for example "update 2026c.1.0".
+std::string name_of(const dataset& data)
+{
+    return data.is_system() ? "the system partition" : "update " + data.name;
+}
+
 // Says how a place differs from what it should be.
 std::string difference(const place& at)
 {
@@ -172,7 +178,7 @@ void check_next_run(const state& now, findings& found)
 
 void check_zoneinfo(const state& now, findings& found)
 {
-    if (now.in_use && now.in_use->path == now.right.path)
+    if (now.uses(now.right))
         return check_next_run(now, found);
     std::string sentence = difference(now.zoneinfo);
     if (now.in_use)
@@ -276,8 +282,7 @@ void check_etc_localtime(const state& now, findings& found)
         return found.problem(zone.link.path + " points to " + zone.name +
                              ", but no dataset that can be used has that zone." + advice(now));
     // The link may lead somewhere else than its text says, for example with "..".
-    const bool is_unsound = !zone.is_sound && zone.way.closed.empty() && now.in_use &&
-                            now.in_use->path == now.right.path;
+    const bool is_unsound = !zone.is_sound && zone.way.closed.empty() && now.uses(now.right);
     if (zone.link.is_link() && !is_unsound &&
         (zone.follows_published || zone.way.passes(paths::legacy_zoneinfo)))
         return;
@@ -346,11 +351,6 @@ void findings::problem(const std::string& sentence, const std::vector<std::strin
 void findings::remark(const std::string& sentence, const std::vector<std::string>& commands)
 {
     remarks.push_back({sentence, commands});
-}
-
-std::string name_of(const dataset& data)
-{
-    return data.is_system() ? "the system partition" : "update " + data.name;
 }
 
 findings find_problems(const state& now)

@@ -28,7 +28,4 @@ struct findings {
 // zone, and publish no older data unless what is in use cannot be used.
 [[nodiscard]] findings find_problems(const state& now);
 
-// Returns what a dataset is called in a sentence, for example "update 2026c.1.0".
-[[nodiscard]] std::string name_of(const dataset& data);
-
 } // namespace quorrel::status

@@ -198,10 +198,9 @@ verdict judge_latest(const state& now)
         return harmful(is_inexact(now) ? inexact + lost + agent
                                        : "is no update in "s + paths::updates + lost);
     const dataset& latest = *now.latest;
-    const bool is_in_use = now.in_use && now.in_use->path == latest.path;
     if (latest.has_too_big_number)
         return harmful("has a number above 2147483647 in its name" + lost);
-    if (latest.stalls && !is_in_use)
+    if (latest.stalls && !now.uses(latest))
         return harmful(
             "has a pipe, a device or a huge file at zoneinfo/+VERSION, which stalls a run");
     if (is_inexact(now) || latest.name.find('/') != latest.name.npos)

@@ -42,6 +42,11 @@ struct state {
     // The path of the dataset in use after the next run; none if it is not known.
     std::optional<std::string> after_next_run;
     verdict latest_verdict;
+
+    [[nodiscard]] bool uses(const dataset& data) const
+    {
+        return in_use && in_use->path == data.path;
+    }
 };
 
 // Reads the state. Throws std::system_error, with the path, for something that cannot be looked at
