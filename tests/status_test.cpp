@@ -113,6 +113,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"a schema is known", "rm /usr/share/icu/*", "/usr/share/icu/icutzformat.txt is missing, empty or not a file. Correct the image.\n"},
         {"it is a schema", "echo 44I >/usr/share/icu/icutzformat.txt", "/usr/share/icu/icutzformat.txt begins with 44I, which is not an ICU schema. Correct the image.\n"},
         {"the usual tree is the published one", "rm $S/../zoneinfo; ln -s $S $S/../zoneinfo", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that read it do not follow updates, or show UTC. Correct the image.\n"},
+        {"the link that is proposed follows updates", "rm $S/../zoneinfo /etc/localtime", "/usr/share/zoneinfo is not a link to ~/zoneinfo, so programs that read it do not follow updates, or show UTC. Correct the image.\nThe local zone is unknown: /etc/localtime is missing; ~/localtime points to ~/zoneinfo/Zone. Link /etc/localtime to the right zone, for example ~/zoneinfo/Europe/Paris.\n"},
         {"the image has the zone that it will be asked for", "rm tz_latest $S/Zone; echo 2025a >$S/+VERSION", "After the next run the system partition will be in use, but it lacks the zone Zone. Correct the image.\n"},
         {"also if the run after that takes it", "ln -sfn $PWD/tz/2024b/* .; rm $S/Zone; echo 2025a >$S/+VERSION", "After the next run but one the system partition will be in use, but it lacks the zone Zone. Correct the image.\n"},
         {"/etc/localtime is no directory", "rm /etc/localtime; mkdir /etc/localtime; rm localtime", "The local zone is unknown: /etc/localtime is not a link. Move it away, and link /etc/localtime to the right zone, for example /usr/share/zoneinfo/Europe/Paris.\n"},
@@ -170,7 +171,7 @@ TEST(status, finds_no_problem_where_all_is_well)
         {"it may have been reset", "ln -sfn $PWD/zoneinfo/America/Los_Angeles localtime; ln -sfn $PWD/localtime /etc/localtime; cp -r $S/America $U", reset},
         {"a missing link means UTC", "rm /etc/localtime; ln -sfn $PWD/zoneinfo/UTC localtime", "Remark: /etc/localtime is missing, so the local time is UTC.\n"},
         {"nobody uses a closed update, or the rest of one", "chmod 0 tz/2024c; install -m 0 /dev/null tz/2024e/signature", ""},
-        {"systemd has run the unit", "mkdir -p /run/systemd/system /run/quorrel", ""},
+        {"systemd has run the unit, which may be a link", "mkdir -p /run/systemd/system /run/quorrel /etc/systemd/system; ln -s /srv/x /etc/systemd/system/quorrel.service", ""},
         // clang-format on
     };
     for (const auto& [rule, command, remarks] : rows) {
@@ -185,14 +186,16 @@ TEST(status, prints_a_row_for_each_thing)
         shell("$STATUS | sed '/^$/,$d; s/, [A-Z][a-z][a-z] .*//' >/var/table");
         return text_of("/var/table");
     };
-    change("ln -sfn $PWD/tz/2024b/* .; ln -sfn $PWD/tz/2024c/icutz icutz; mkdir 'tz/new\nline'");
-    EXPECT_EQ(table(),
-              "system partition    2024a.1.0   schema 44l\n"
-              "in use              2024b   schema 44l\n"
-              "tz_latest           2024e   schema 44l   to be activated\n"
-              "after the next run  2024e\n"
-              "local zone          Zone\n"
-              "unused              new?line (has no zoneinfo tree) 2023z 2024a 2024a.1.0 2024d\n");
+    change("ln -sfn $PWD/tz/2024b/* .; ln -sfn $PWD/tz/2024c/icutz icutz; mkdir 'tz/new\nline'; "
+           "echo HTML "
+           ">tz/2024d/zoneinfo/Zone");
+    EXPECT_EQ(table(), "system partition    2024a.1.0   schema 44l\n"
+                       "in use              2024b   schema 44l\n"
+                       "tz_latest           2024e   schema 44l   to be activated\n"
+                       "after the next run  2024e\n"
+                       "local zone          Zone\n"
+                       "unused              new?line (has no zoneinfo tree) 2023z 2024a 2024a.1.0 "
+                       "2024d (has a damaged file for the zone Zone)\n");
     change("rm zoneinfo");
     EXPECT_NE(
         table().find(
@@ -203,6 +206,10 @@ TEST(status, prints_a_row_for_each_thing)
         table().find(
             "after the next run  unknown\nlocal zone          unknown, but programs show UTC\n"),
         std::string::npos);
+    change("ln -sfn $PWD/tz/2023z/* .; ln -sfn $PWD/tz/2024a tz_latest");
+    EXPECT_NE(table().find("tz_latest           2024a   schema 44l   to be activated\nafter the "
+                           "next run  2024a\n"),
+              std::string::npos);
     for (const char* const close : {"chmod 0 /usr/share/icu/*", "chmod 711 tz/2024e/icutz"}) {
         change(close);
         EXPECT_EQ(shell("$STATUS | grep -q '^after the next run  unknown$'"), 0) << close;
