@@ -97,6 +97,7 @@ TEST(status, says_what_is_wrong_and_what_cures_it)
         {"it has ICU data", "mkdir tz/2024f; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which has no ICU data file" + never + again},
         {"it can be used when activated", "cp -r tz/2024e tz/2024f; rm tz/2024f/zoneinfo/Zone; ln -sfn $PWD/tz/2024f tz_latest", "~/tz_latest points to ~/tz/2024f, which lacks the zone Zone." + best + latest},
         {"even if it is older than the image", "ln -sfn $PWD/tz/2024b/* .; : >$U/Zone; echo 2025a >$S/+VERSION", "~/tz_latest points to ~/tz/2024e, which has a damaged file for the zone Zone. No installed update can replace the system partition.\n    rm -f ~/tz_latest\n"},
+        {"even if only the run after the next takes it", "ln -sfn $PWD/tz/2024d/* .; rm tz/2024c/zoneinfo/Zone; ln -sfn $PWD/tz/2024c tz_latest", "~/tz_latest points to ~/tz/2024c, which lacks the zone Zone." + best + latest},
         {"without a good update it is removed", "rm -r tz/* icutz; ln -sfn $S zoneinfo; ln -sfn /var tz_latest", "~/tz_latest points to /var, which is no update in ~/tz" + lost + " No installed update can replace the system partition.\n    rm -f ~/tz_latest\n"},
         {"permissions are opened where they are", "chmod 700 /var/db tz", closed + "/var/db ~/tz.\n    chmod a+x /var/db\n    chmod a+x ~/tz\n"},
         {"an update is opened as a whole", "chmod 600 $U/Zone tz/2024e/icutz/*", closed + "~/tz/2024e/icutz ~/tz/2024e/zoneinfo.\n    chmod -R a+rX ~/tz/2024e/icutz\n    chmod -R a+rX ~/tz/2024e/zoneinfo\n"},

@@ -212,7 +212,9 @@ verdict judge_latest(const state& now)
     const bool is_next = now.after_next_run == latest.path; // even if it is older than these
     if (!is_next && latest.version <= now.system.version)
         return refused("not newer than the system partition");
-    if (!is_next && latest.path != now.right.path && latest.version <= now.right.version)
+    // If a run takes what is in use away, the one after it compares with the system partition.
+    const bool is_kept = now.after_next_run != "" && latest.path != now.right.path;
+    if (!is_next && is_kept && latest.version <= now.right.version)
         return refused("not newer than what is in use");
     if (latest.schema.empty())
         return useless("has no ICU data file");
